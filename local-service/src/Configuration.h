@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include <stdexcept>
+
+/// The configuration file cannot be read as one. The text is a sentence for whoever runs the service.
+class ConfigurationError final : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// What a user may set in the file service.json.
+struct Configuration {
+    /// 0 stands for any free port.
+    int port = 4310;
+
+    /// The defaults where there is no file. Throws ConfigurationError.
+    static Configuration read(const QString &path);
+};

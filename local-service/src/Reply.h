@@ -1,0 +1,24 @@
+#pragma once
+
+#include "RequestError.h"
+
+#include <QByteArray>
+
+#include <httplib.h>
+
+/// How replies leave the service.
+namespace Reply {
+
+enum class Connection {
+    Keep,
+    /// For a request whose body was not read: what is left of it must never be taken for the next
+    /// request, which might pass as one from a trusted page.
+    Close,
+};
+
+void send(httplib::Response &response, int status, const char *contentType, const QByteArray &body,
+          Connection connection = Connection::Keep);
+
+void sendError(httplib::Response &response, const RequestError &error, Connection connection);
+
+} // namespace Reply

@@ -1,0 +1,22 @@
+#include "RequestError.h"
+
+RequestError::RequestError(int status, QString code, QString message)
+    : m_status(status),
+      m_code(std::move(code)),
+      m_message(std::move(message)) {}
+
+RequestError RequestError::badParameter(const QString &name, const QString &rule) {
+    return {400, QStringLiteral("bad_request"),
+            QStringLiteral("The parameter \"%1\" must be %2.").arg(name, rule)};
+}
+
+RequestError RequestError::notFound() {
+    return {404, QStringLiteral("not_found"), QStringLiteral("There is nothing at this address.")};
+}
+
+RequestError RequestError::methodNotAllowed(QByteArray allowed) {
+    RequestError error(405, QStringLiteral("method_not_allowed"),
+                       QStringLiteral("This address does not take requests of that kind."));
+    error.m_allowedMethods = std::move(allowed);
+    return error;
+}

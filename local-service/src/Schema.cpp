@@ -1,0 +1,77 @@
+#include "Schema.h"
+
+#include "Database.h"
+#include "DatabaseError.h"
+
+#include <array>
+
+namespace {
+
+/// Each step leads from the version of its index to the next one. A step that has been released is
+/// never changed again; changes are further steps.
+constexpr std::array steps = {
+    // `number` counts the cases from the newest on, so that it serves as the order "recent" and as
+    // the last word in every other order. `entry` is the case as the reader gets it, without what
+    // depends on the running service. The text table holds folded words only, and no copy of them.
+    R"sql(
+        CREATE TABLE settings (
+            name TEXT PRIMARY KEY,
+            value TEXT NOT NULL
+        ) WITHOUT ROWID;
+        CREATE TABLE archives (
+            position INTEGER PRIMARY KEY,
+            id TEXT NOT NULL UNIQUE,
+            title TEXT NOT NULL,
+            description TEXT NOT NULL,
+            accent TEXT NOT NULL
+        );
+        CREATE TABLE cases (
+            number INTEGER PRIMARY KEY,
+            archive TEXT NOT NULL REFERENCES archives (id),
+            id TEXT NOT NULL,
+            title TEXT NOT NULL,
+            summary TEXT NOT NULL,
+            category TEXT NOT NULL,
+            era TEXT NOT NULL,
+            org TEXT NOT NULL,
+            year INTEGER NOT NULL,
+            significance INTEGER NOT NULL,
+            entry TEXT NOT NULL,
+            UNIQUE (archive, id)
+        );
+        CREATE INDEX cases_by_year ON cases (year);
+        CREATE TABLE related_cases (
+            number INTEGER NOT NULL,
+            position INTEGER NOT NULL,
+            archive TEXT NOT NULL,
+            id TEXT NOT NULL,
+            PRIMARY KEY (number, position)
+        ) WITHOUT ROWID;
+        CREATE VIRTUAL TABLE case_words USING fts5 (
+            title, names, summary, body,
+            content = '', prefix = '2 3', tokenize = 'unicode61 remove_diacritics 0'
+        );
+    )sql",
+};
+
+qint64 storedVersion(Database::Access &access) {
+    auto query = access.prepare("PRAGMA user_version");
+    query.next();
+    return query.integer(0);
+}
+
+} // namespace
+
+void Schema::migrate(Database &database) {
+    Database::Access access(database);
+    const auto version = storedVersion(access);
+    if (version > static_cast<qint64>(steps.size()))
+        throw DatabaseError("The database was made by a newer version of this service.");
+    if (version == static_cast<qint64>(steps.size()))
+        return;
+    Database::Transaction transaction(access);
+    for (auto step = static_cast<std::size_t>(version); step < steps.size(); ++step)
+        access.execute(steps[step]);
+    access.execute("PRAGMA user_version=" + QByteArray::number(qsizetype(steps.size())));
+    transaction.commit();
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Router.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <future>
+#include <memory>
+
+class CaseStore;
+class Database;
+
+struct ServiceOptions {
+    QString dataDirectory;
+    /// 0 stands for any free port.
+    int port = 0;
+    /// The texts of the archives' data files.
+    QList<QByteArray> dataSet;
+};
+
+/// The service: database, routes and the HTTP server on 127.0.0.1. It may be started once.
+class Service final {
+public:
+    explicit Service(ServiceOptions options);
+    ~Service();
+    Service(const Service &) = delete;
+    Service &operator=(const Service &) = delete;
+
+    /// Routes of further subjects are added here before the start.
+    Router &router() { return m_router; }
+
+    /// Returns once requests are answered. Throws a standard exception whose text says what is in the
+    /// way.
+    void start();
+    /// Lets the running requests end, and returns when the last has.
+    void stop();
+    /// The port in use, from the start on.
+    int port() const { return m_port; }
+
+private:
+    void setUpServer();
+    void bindPort();
+    void openCollection();
+    httplib::Server::HandlerResponse receive(const httplib::Request &request,
+                                             httplib::Response &response) const;
+    void answer(const httplib::Request &request, httplib::Response &response) const;
+
+    ServiceOptions m_options;
+    Router m_router;
+    int m_port = 0;
+    std::unique_ptr<Database> m_database;
+    std::unique_ptr<CaseStore> m_cases;
+    httplib::Server m_server;
+    std::future<bool> m_listening;
+};

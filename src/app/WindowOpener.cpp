@@ -1,0 +1,33 @@
+#include "app/WindowOpener.h"
+
+#include "store/AppStore.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store) : m_engine(engine), m_store(store) {}
+
+WindowOpener::~WindowOpener() = default;
+
+bool WindowOpener::open() {
+    if (!m_component)
+        m_component = std::make_unique<QQmlComponent>(
+            &m_engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillmere/Screens/MainWindow.qml")));
+    auto *object = m_component->createWithInitialProperties(
+        {{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
+    auto *window = qobject_cast<QQuickWindow *>(object);
+    if (!window) {
+        qCritical("%s", qPrintable(m_component->errorString()));
+        delete object;
+        return false;
+    }
+    window->setParent(nullptr);
+    QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
+    connect(window, SIGNAL(anotherWindowWanted()), this, SLOT(openAnother()));
+    connect(window, &QWindow::visibleChanged, window, [window](bool visible) {
+        if (!visible)
+            window->deleteLater();
+    });
+    return true;
+}

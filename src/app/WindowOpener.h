@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+class AppStore;
+class QQmlComponent;
+class QQmlEngine;
+
+/// Opens main windows, all of them on the one store. The program ends with the last of them.
+class WindowOpener final : public QObject {
+    Q_OBJECT
+
+public:
+    WindowOpener(QQmlEngine &engine, AppStore &store);
+    ~WindowOpener() override;
+
+    /// False when the window could not be made.
+    bool open();
+
+private Q_SLOTS:
+    void openAnother() { open(); }
+
+private:
+    QQmlEngine &m_engine;
+    AppStore &m_store;
+    std::unique_ptr<QQmlComponent> m_component;
+};

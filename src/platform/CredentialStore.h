@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Task.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// The system's place for secrets: one item for each pair of service name and account name.
+///
+/// The synchronous calls take milliseconds once prepare() has ended, and have a limit of 5 s each,
+/// past which they count as failed.
+class CredentialStore {
+public:
+    virtual ~CredentialStore() = default;
+
+    enum class Outcome { done, notFound, failed };
+
+    /// Awaited once before the first use, off the main thread inside: it may ask the user to unlock.
+    [[nodiscard]] virtual Task<void> prepare() = 0;
+
+    /// Absent when there is no such item or it cannot be read.
+    virtual std::optional<QByteArray> find(const QString &service, const QString &account) = 0;
+    virtual Outcome remove(const QString &service, const QString &account) = 0;
+    virtual Outcome add(const QString &service, const QString &account,
+                        const QByteArray &secret) = 0;
+};

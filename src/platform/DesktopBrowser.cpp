@@ -1,0 +1,5 @@
+#include "platform/DesktopBrowser.h"
+
+#include <QDesktopServices>
+
+bool DesktopBrowser::open(const QUrl &url) { return QDesktopServices::openUrl(url); }

@@ -1,0 +1,18 @@
+#pragma once
+
+class Browser;
+class Clock;
+class CredentialStore;
+class Preferences;
+class SystemAppearance;
+class Transport;
+
+/// All that the program needs of the system, made by main and outliving everything that uses it.
+/// Tests hand in their own.
+struct Platform {
+    Transport &transport;
+    Preferences &preferences;
+    Clock &clock;
+    Browser &browser;
+    SystemAppearance &appearance;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+class Preferences;
+class SystemAppearance;
+
+/// The user's choice of appearance, kept under "appearance", and its effect on the palette.
+class Appearance final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    Q_PROPERTY(QString choice READ choiceName WRITE setChoiceName NOTIFY choiceChanged)
+
+public:
+    /// In the order in which they are offered.
+    enum class Choice { system, light, dark };
+
+    Appearance(Preferences &preferences, SystemAppearance &system, QObject *parent = nullptr);
+
+    Choice choice() const { return m_choice; }
+    QString choiceName() const { return name(m_choice); }
+    void setChoiceName(const QString &name);
+
+    static QString name(Choice choice);
+    /// A text that is no choice counts as the system's.
+    static Choice choiceNamed(const QString &name);
+
+Q_SIGNALS:
+    void choiceChanged();
+
+private:
+    void apply();
+
+    Preferences &m_preferences;
+    SystemAppearance &m_system;
+    Choice m_choice;
+};

@@ -1,0 +1,13 @@
+import QtQuick
+
+// A small heading over a block. A screen reader hears the text as it is written.
+TextLabel {
+    required property string words
+
+    text: words.toUpperCase()
+    color: Ink.mute
+    font: Fonts.face.mono(Fonts.label)
+    Accessible.name: words
+
+    Component.onCompleted: font.letterSpacing = 1.2
+}

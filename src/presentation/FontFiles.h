@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+/// The embedded fonts. Each is cut from a variable font at fixed axis values, since the toolkit's
+/// floor cannot set axes; a file is read when its family is first asked for.
+namespace FontFiles {
+
+/// The family nearest to the axis values among those of a name such as "Archivo" or
+/// "Newsreader-Italic", ready to be used. Empty when there is no such font at all.
+QString family(const QString &name, int weight, int secondAxis);
+
+/// A family that has a file of its own.
+QString family(const QString &file);
+
+} // namespace FontFiles

@@ -1,0 +1,45 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// A button without a look of its own: its whole area reacts, its content is up to the screen.
+T.AbstractButton {
+    id: button
+
+    property real radius: 9
+    property color ground: "transparent"
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    opacity: down ? 0.75 : 1
+
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+
+    background: Rectangle {
+        radius: button.radius
+        color: button.ground
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: Ink.paper
+            opacity: button.hovered && !button.down ? 0.05 : 0
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: -2
+            radius: parent.radius + 2
+            visible: button.visualFocus
+            color: "transparent"
+            border.color: Ink.brand
+            border.width: 2
+        }
+    }
+
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+}

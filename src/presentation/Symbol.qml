@@ -1,0 +1,14 @@
+import QtQuick
+
+// A line icon. Decoration only: the control around it carries the name.
+Image {
+    required property string name
+    property real size: 20
+    property color color: Ink.paper
+
+    width: size
+    height: size
+    sourceSize: Qt.size(size, size)
+    source: "image://symbol/" + name + "/" + color.toString().slice(-6)
+    Accessible.ignored: true
+}

@@ -1,0 +1,50 @@
+#include "screens/HomeModel.h"
+
+#include "platform/Start.h"
+#include "service/Endpoints.h"
+
+HomeModel::HomeModel(QObject *parent) : QObject(parent) {}
+
+HomeModel::~HomeModel() { m_loading.request_stop(); }
+
+void HomeModel::componentComplete() {
+    connect(m_store, &AppStore::languageChanged, this, &HomeModel::beginLoad);
+    beginLoad();
+}
+
+void HomeModel::beginLoad() {
+    m_loading.request_stop();
+    m_loading = std::stop_source();
+    start([this, stop = m_loading.get_token()]() -> Task<void> {
+        if (stop.stop_requested())
+            return []() -> Task<void> { co_return; }();
+        return load(stop);
+    });
+}
+
+/// Once `stop` was requested the model may be gone: nothing of it is touched then.
+Task<void> HomeModel::load(std::stop_token stop) {
+    setFailed(false);
+    try {
+        const std::vector<QueryItem> query{{QStringLiteral("archive"), QStringLiteral("foible")},
+                                           {QStringLiteral("limit"), QStringLiteral("2")},
+                                           {QStringLiteral("locale"), m_store->locale()}};
+        const API api = m_store->api();
+        auto fetching = api.get<SearchPage>(Endpoint::search, query, stop);
+        const SearchPage page = co_await fetching;
+        if (stop.stop_requested())
+            co_return;
+        m_latest.setItems(page.items.mid(0, 2));
+        Q_EMIT latestChanged();
+    } catch (...) {
+        if (!stop.stop_requested())
+            setFailed(true);
+    }
+}
+
+void HomeModel::setFailed(bool failed) {
+    if (m_failed == failed)
+        return;
+    m_failed = failed;
+    Q_EMIT failedChanged();
+}

@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Layouts
+import Quillmere.Presentation
+
+// A row of the sidebar that opens one screen.
+PlainButton {
+    id: row
+
+    required property AppStore store
+    required property string symbol
+    required property string words
+    required property string target
+    property int count: 0
+
+    Layout.fillWidth: true
+    padding: 12
+    ground: store.destination === target ? Ink.paper2 : "transparent"
+    Accessible.name: count > 0 ? words + ", " + store.words.number(count) : words
+    Accessible.checkable: true
+    Accessible.checked: store.destination === target
+    onClicked: store.destination = target
+
+    contentItem: RowLayout {
+        spacing: 12
+
+        Item {
+            implicitWidth: 20
+            implicitHeight: 20
+
+            Symbol {
+                anchors.centerIn: parent
+                name: row.symbol
+                size: 18
+            }
+        }
+
+        TextLabel {
+            Layout.fillWidth: true
+            text: row.words
+            elide: Text.ElideRight
+            font: Fonts.face.archivo(16, 600)
+            Accessible.ignored: true
+        }
+
+        TextLabel {
+            visible: row.count > 0
+            text: row.store.words.number(row.count)
+            font: Fonts.face.mono(Fonts.label)
+            color: Ink.mute
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import QtQuick.Templates as T
+import Quillmere.Presentation
+
+// Two columns: the sidebar chooses among the screens, the detail column holds the chosen one.
+T.SplitView {
+    id: root
+
+    required property AppStore store
+
+    orientation: Qt.Horizontal
+
+    handle: Rectangle {
+        implicitWidth: 1
+        color: T.SplitHandle.hovered || T.SplitHandle.pressed ? Ink.brand : Ink.line
+        containmentMask: Item {
+            x: -4
+            width: 9
+            height: root.height
+        }
+    }
+
+    Sidebar {
+        store: root.store
+        T.SplitView.minimumWidth: 218
+        T.SplitView.preferredWidth: 238
+        T.SplitView.maximumWidth: 270
+    }
+
+    DetailColumn {
+        store: root.store
+        T.SplitView.fillWidth: true
+    }
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "copy/Words.h"
+#include "records/Catalogue.h"
+#include "store/AppStore.h"
+
+#include <qqml.h>
+
+// The types that QML sees of the layers below, which know nothing of QML.
+
+struct AppStoreForQml {
+    Q_GADGET
+    QML_FOREIGN(AppStore)
+    QML_NAMED_ELEMENT(AppStore)
+    QML_UNCREATABLE("there is one, made by the program")
+};
+
+struct WordsForQml {
+    Q_GADGET
+    QML_FOREIGN(Words)
+    QML_VALUE_TYPE(words)
+};
+
+struct ArchiveForQml {
+    Q_GADGET
+    QML_FOREIGN(Archive)
+    QML_VALUE_TYPE(archive)
+};
+
+struct HealthForQml {
+    Q_GADGET
+    QML_FOREIGN(Health)
+    QML_VALUE_TYPE(health)
+};

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "platform/Task.h"
+#include "platform/Transport.h"
+#include "records/Json.h"
+
+#include <QFuture>
+#include <QJsonObject>
+#include <QString>
+#include <QUrl>
+#include <QtConcurrentRun>
+
+#include <qcoro/qcorofuture.h>
+
+#include <exception>
+#include <optional>
+#include <stop_token>
+#include <utility>
+#include <variant>
+#include <vector>
+
+struct QueryItem {
+    QString key;
+    QString value;
+};
+
+/// The one door to the service: its base address and, when signed in, the bearer token. A value, made
+/// afresh for each piece of work. Nothing else in the program attaches a token to a request.
+///
+/// The operations are called on the main thread and go on there; large replies are decoded on a
+/// worker. They throw ServiceError, URLError, DecodingError and CancellationError.
+class API final {
+public:
+    /// Replies above this size (bytes) are decoded on a worker thread.
+    static constexpr qsizetype decodedInPlace = 4096;
+
+    /// `base` was accepted by validBase. The transport outlives the value and its operations.
+    API(QString base, std::optional<QString> token, Transport &transport)
+        : m_base(std::move(base)), m_token(std::move(token)), m_transport(&transport) {}
+
+    const QString &base() const { return m_base; }
+    const std::optional<QString> &token() const { return m_token; }
+
+    /// Accepts a service address: https with any host, http on this machine only, no user, path,
+    /// query or fragment. Gives the text as it was written, or nothing.
+    static std::optional<QString> validBase(const QString &value);
+
+    /// The address of a path below the base. Slashes in the path separate its components. An item
+    /// with an empty value is written as "key=".
+    QUrl url(const QString &path, const std::vector<QueryItem> &query = {}) const;
+
+    /// A request with a time-out of 70 seconds, the token if there is one, and the JSON text as its
+    /// body if there is one.
+    HttpRequest request(const QString &path, const QByteArray &method,
+                        const std::vector<QueryItem> &query = {},
+                        const std::optional<QByteArray> &json = std::nullopt) const;
+
+    template <class Record>
+    [[nodiscard]] Task<Record> get(QString path, std::vector<QueryItem> query,
+                                   std::stop_token stop) const {
+        return call<Record>(*m_transport, request(path, "GET", query), std::move(stop));
+    }
+
+    template <class Record>
+    [[nodiscard]] Task<Record> post(QString path, QJsonObject json, std::stop_token stop) const {
+        return call<Record>(*m_transport, request(path, "POST", {}, encoded(json)),
+                            std::move(stop));
+    }
+
+    /// Sends an already built request and applies the rules for replies: a status of 200 to 299 is
+    /// decoded, every other one is thrown as a ServiceError that carries its status.
+    template <class Record>
+    [[nodiscard]] Task<Record> call(HttpRequest request, std::stop_token stop) const {
+        return call<Record>(*m_transport, std::move(request), std::move(stop));
+    }
+
+private:
+    /// Static, and with its own copies, because it outlives the value that it was called on.
+    template <class Record>
+    static Task<Record> call(Transport &transport, HttpRequest request, std::stop_token stop) {
+        auto body = successfulBody(transport, std::move(request), std::move(stop));
+        QByteArray text = co_await body;
+        if (text.size() <= decodedInPlace)
+            co_return Json::decode<Record>(std::move(text));
+
+        using Outcome = std::variant<Record, std::exception_ptr>;
+        QFuture<Outcome> decoding = QtConcurrent::run([text = std::move(text)]() mutable -> Outcome {
+            try {
+                return Json::decode<Record>(std::move(text));
+            } catch (...) {
+                return std::current_exception();
+            }
+        });
+        Outcome outcome = co_await decoding;
+        if (auto *error = std::get_if<std::exception_ptr>(&outcome))
+            std::rethrow_exception(*error);
+        co_return std::move(std::get<Record>(outcome));
+    }
+
+    static Task<QByteArray> successfulBody(Transport &transport, HttpRequest request,
+                                           std::stop_token stop);
+    static QByteArray encoded(const QJsonObject &json);
+
+    QString m_base;
+    std::optional<QString> m_token;
+    Transport *m_transport;
+};

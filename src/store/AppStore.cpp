@@ -1,0 +1,118 @@
+#include "store/AppStore.h"
+
+#include "BuildSettings.h"
+#include "platform/Clock.h"
+#include "platform/Preferences.h"
+#include "storage/LibraryDisk.h"
+#include "store/ErrorText.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+const QLatin1String localService("http://127.0.0.1:4310");
+const QLatin1String flagship("foible");
+
+QString initialBase(const Preferences &preferences) {
+    if (const auto stored = preferences.value(QStringLiteral("server")))
+        return *stored;
+    const auto built = QLatin1String(BuildSettings::apiUrl);
+    return built.isEmpty() ? QString(localService) : QString(built);
+}
+
+} // namespace
+
+AppStore::AppStore(Platform platform, QObject *parent)
+    : QObject(parent), m_platform(platform), m_baseString(initialBase(platform.preferences)),
+      m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))) {
+    m_chat.title = QStringLiteral("New conversation");
+    m_chat.updatedAt = Date::from(platform.clock.now());
+    QObject::connect(this, &AppStore::baseStringChanged, this, &AppStore::libraryKeyChanged);
+    QObject::connect(this, &AppStore::accountChanged, this, &AppStore::libraryKeyChanged);
+    QObject::connect(this, &AppStore::languageChanged, this, &AppStore::wordsChanged);
+}
+
+qint64 AppStore::archiveTotal() const {
+    const auto &archives = m_archives.items();
+    return std::accumulate(
+        archives.begin(), archives.end(), qint64(0),
+        [](qint64 sum, const Archive &archive) { return sum + archive.count; });
+}
+
+Archive AppStore::lead() const {
+    const auto &archives = m_archives.items();
+    const auto found = std::find_if(archives.begin(), archives.end(),
+                                    [](const Archive &archive) { return archive.id == flagship; });
+    if (found != archives.end())
+        return *found;
+    return archives.isEmpty() ? Archive() : archives.first();
+}
+
+void AppStore::setDestination(const QString &destination) {
+    if (m_destination == destination)
+        return;
+    m_destination = destination;
+    Q_EMIT destinationChanged();
+}
+
+void AppStore::setLanguage(AppLanguage language) {
+    m_platform.preferences.setValue(QStringLiteral("uiLanguage"), AppLanguages::rawValue(language));
+    if (m_language == language)
+        return;
+    m_language = language;
+    Q_EMIT languageChanged();
+}
+
+void AppStore::setLanguageValue(const QString &rawValue) {
+    setLanguage(AppLanguages::saved(rawValue));
+}
+
+AppLanguage AppStore::effectiveLanguage() const {
+    return AppLanguages::effective(m_language, m_platform.preferences.preferredLanguages());
+}
+
+QStringList AppStore::selectedArchives() const {
+    QStringList list = m_selectedArchives.values();
+    list.sort();
+    return list;
+}
+
+void AppStore::setSelectedArchives(const QStringList &archives) {
+    const QSet<QString> chosen(archives.begin(), archives.end());
+    if (m_selectedArchives == chosen)
+        return;
+    m_selectedArchives = chosen;
+    Q_EMIT selectedArchivesChanged();
+}
+
+void AppStore::setNotice(const std::optional<QString> &notice) {
+    if (m_notice == notice)
+        return;
+    m_notice = notice;
+    Q_EMIT noticeChanged();
+}
+
+void AppStore::setConnecting(bool connecting) {
+    if (m_connecting == connecting)
+        return;
+    m_connecting = connecting;
+    Q_EMIT connectingChanged();
+}
+
+QString AppStore::libraryKey() const {
+    return LibraryDisk::key(m_baseString, m_account ? std::optional(m_account->user.id)
+                                                    : std::nullopt);
+}
+
+QString AppStore::requestBase() const {
+    return API::validBase(m_baseString).value_or(QString(localService));
+}
+
+API AppStore::api() const { return API(requestBase(), std::nullopt, m_platform.transport); }
+
+void AppStore::replaceGeneration() { m_generation = Identifier::make(); }
+
+QString AppStore::describe(std::exception_ptr error) const {
+    return ErrorText::describe(std::move(error), effectiveLanguage());
+}

@@ -1,0 +1,165 @@
+#pragma once
+
+#include "copy/Words.h"
+#include "platform/Platform.h"
+#include "platform/Task.h"
+#include "records/Account.h"
+#include "records/AppLanguage.h"
+#include "records/Catalogue.h"
+#include "records/Library.h"
+#include "records/Wall.h"
+#include "service/API.h"
+#include "store/ArchiveModel.h"
+#include "store/Marker.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <exception>
+#include <optional>
+
+/// The one state of the program: everything that more than one screen sees. Made once, kept to the
+/// process's end, used on the main thread only. Screens read its properties and call its operations.
+///
+/// An operation that waits is a Task for other code, and a `begin...` call for a screen, which starts
+/// it and returns at once.
+class AppStore final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString baseString READ baseString NOTIFY baseStringChanged)
+    Q_PROPERTY(QAbstractListModel *archives READ archiveModel CONSTANT)
+    Q_PROPERTY(qint64 archiveTotal READ archiveTotal NOTIFY archivesChanged)
+    Q_PROPERTY(Archive lead READ lead NOTIFY archivesChanged)
+    Q_PROPERTY(bool connected READ isConnected NOTIFY healthChanged)
+    Q_PROPERTY(Health health READ healthRecord NOTIFY healthChanged)
+    Q_PROPERTY(QString destination READ destination WRITE setDestination NOTIFY destinationChanged)
+    Q_PROPERTY(QString language READ languageValue WRITE setLanguageValue NOTIFY languageChanged)
+    Q_PROPERTY(Words words READ words NOTIFY wordsChanged)
+    Q_PROPERTY(QStringList selectedArchives READ selectedArchives WRITE setSelectedArchives NOTIFY
+                   selectedArchivesChanged)
+    Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged)
+    Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged)
+    Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged)
+    Q_PROPERTY(qsizetype wallCount READ wallCount NOTIFY wallChanged)
+
+public:
+    explicit AppStore(Platform platform, QObject *parent = nullptr);
+
+    /// The server address as the user or the settings gave it, valid or not. Key of the token, of the
+    /// library file and of the profile copy.
+    const QString &baseString() const { return m_baseString; }
+
+    /// In the service's order.
+    const QList<Archive> &archives() const { return m_archives.items(); }
+    QAbstractListModel *archiveModel() { return &m_archives; }
+    /// Sum of the archives' counts.
+    qint64 archiveTotal() const;
+    /// The flagship archive, else the first; an empty record without archives.
+    Archive lead() const;
+
+    /// Present once the service has answered.
+    const std::optional<Health> &health() const { return m_health; }
+    bool isConnected() const { return m_health.has_value(); }
+    Health healthRecord() const { return m_health.value_or(Health()); }
+
+    /// Absent for a guest.
+    const std::optional<Account> &account() const { return m_account; }
+    const LocalLibrary &library() const { return m_library; }
+
+    /// The screen on display: "home", "chat", "wall", "history", "account", "all", "saved" or the id
+    /// of an archive.
+    const QString &destination() const { return m_destination; }
+    void setDestination(const QString &destination);
+
+    AppLanguage language() const { return m_language; }
+    /// Stores the choice in the preferences.
+    void setLanguage(AppLanguage language);
+    QString languageValue() const { return AppLanguages::rawValue(m_language); }
+    void setLanguageValue(const QString &rawValue);
+    /// The language itself, or what the system prefers. Its raw value is the `locale` of requests.
+    AppLanguage effectiveLanguage() const;
+    QString locale() const { return AppLanguages::rawValue(effectiveLanguage()); }
+    Words words() const { return Words(effectiveLanguage()); }
+    QString text(const QString &key) const { return words().text(key); }
+
+    /// Archive ids that the next question is limited to, sorted; empty means all. A filter of the
+    /// chat alone.
+    QStringList selectedArchives() const;
+    void setSelectedArchives(const QStringList &archives);
+
+    /// The one application-wide message, shown as an alert while present.
+    const std::optional<QString> &notice() const { return m_notice; }
+    QString noticeText() const { return m_notice.value_or(QString()); }
+    void setNotice(const std::optional<QString> &notice);
+    Q_INVOKABLE void dismissNotice() { setNotice(std::nullopt); }
+
+    bool isConnecting() const { return m_connecting; }
+
+    const Conversation &chat() const { return m_chat; }
+    const QList<WallItem> &wall() const { return m_wall; }
+    qsizetype wallCount() const { return m_wall.size(); }
+
+    /// Names the library file of this server and user.
+    QString libraryKey() const;
+
+    /// Made afresh for each piece of work. Carries the token only while there is an account.
+    API api() const;
+
+    /// Fetches the service's health and the catalogue, side by side, and publishes both or neither.
+    /// Never throws: a failure ends in `notice`.
+    [[nodiscard]] Task<void> connect();
+    Q_INVOKABLE void beginConnect();
+
+    /// Opens the chat screen with a new conversation.
+    Q_INVOKABLE void newChat();
+
+    /// Replaces the identity of the account and server context, which voids all work in flight.
+    void replaceGeneration();
+
+Q_SIGNALS:
+    void baseStringChanged();
+    void archivesChanged();
+    void healthChanged();
+    void accountChanged();
+    void libraryChanged();
+    void destinationChanged();
+    void languageChanged();
+    void wordsChanged();
+    void selectedArchivesChanged();
+    void noticeChanged();
+    void connectingChanged();
+    void chatChanged();
+    void wallChanged();
+    void libraryKeyChanged();
+
+private:
+    struct Catalogue {
+        Health health;
+        QList<Archive> archives;
+    };
+
+    static Task<Catalogue> fetchCatalogue(API api, QString locale);
+
+    /// The address that requests go to: a base that is not valid falls to the built-in one.
+    QString requestBase() const;
+    QString describe(std::exception_ptr error) const;
+    void setConnecting(bool connecting);
+
+    Platform m_platform;
+
+    QString m_baseString;
+    ArchiveModel m_archives;
+    std::optional<Health> m_health;
+    std::optional<Account> m_account;
+    LocalLibrary m_library;
+    QString m_destination = QStringLiteral("home");
+    AppLanguage m_language;
+    QSet<QString> m_selectedArchives;
+    std::optional<QString> m_notice;
+    bool m_connecting = false;
+    Conversation m_chat;
+    QList<WallItem> m_wall;
+    std::optional<qint64> m_chatBaseVersion;
+
+    /// Identity of the current account and server context.
+    Identifier m_generation = Identifier::make();
+};

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QList>
+#include <QSet>
+
+/// A list of records for a screen. Replacing the items reports only what differs, row by row, so that
+/// views keep their place and redraw nothing else. Rows are told apart by `identity`.
+template <class Record>
+class ListModel : public QAbstractListModel {
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    const QList<Record> &items() const { return m_items; }
+
+    int rowCount(const QModelIndex &parent = {}) const final {
+        return parent.isValid() ? 0 : static_cast<int>(m_items.size());
+    }
+
+    QVariant data(const QModelIndex &index, int role) const final {
+        if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+            return {};
+        return value(m_items[index.row()], role);
+    }
+
+    void setItems(const QList<Record> &items) {
+        removeMissing(items);
+        for (qsizetype at = 0; at < items.size(); ++at)
+            place(items[at], at);
+    }
+
+protected:
+    virtual QString identity(const Record &record) const = 0;
+    virtual QVariant value(const Record &record, int role) const = 0;
+
+private:
+    void removeMissing(const QList<Record> &items) {
+        QSet<QString> kept;
+        kept.reserve(items.size());
+        for (const auto &item : items)
+            kept.insert(identity(item));
+        for (qsizetype end = m_items.size(); end > 0;) {
+            qsizetype begin = end;
+            while (begin > 0 && !kept.contains(identity(m_items[begin - 1])))
+                --begin;
+            if (begin < end) {
+                beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(end - 1));
+                m_items.remove(begin, end - begin);
+                endRemoveRows();
+            }
+            end = begin == 0 ? 0 : begin - 1;
+        }
+    }
+
+    /// Brings the record to its row; the rows before are already as they should be.
+    void place(const Record &record, qsizetype at) {
+        const auto wanted = identity(record);
+        qsizetype from = at;
+        while (from < m_items.size() && identity(m_items[from]) != wanted)
+            ++from;
+        const auto row = static_cast<int>(at);
+        if (from == m_items.size()) {
+            beginInsertRows({}, row, row);
+            m_items.insert(at, record);
+            endInsertRows();
+            return;
+        }
+        if (from != at) {
+            beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {}, row);
+            m_items.move(from, at);
+            endMoveRows();
+        }
+        if (!(m_items[at] == record)) {
+            m_items[at] = record;
+            Q_EMIT dataChanged(index(row), index(row));
+        }
+    }
+
+    QList<Record> m_items;
+};
