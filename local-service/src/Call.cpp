@@ -5,9 +5,7 @@
 #include <algorithm>
 
 Call::Call(const httplib::Request &request, httplib::Response &response, QStringList arguments)
-    : m_request(request),
-      m_response(response),
-      m_arguments(std::move(arguments)) {}
+    : m_request(request), m_response(response), m_arguments(std::move(arguments)) {}
 
 QString Call::parameter(const char *name) const {
     return QString::fromStdString(m_request.get_param_value(name));

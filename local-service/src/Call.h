@@ -25,7 +25,8 @@ public:
     void reply(const Record &record) {
         Reply::send(m_response, 200, "application/json", Json::encode(record));
     }
-    /// A page for the browser that may load nothing and run nothing, with the one style of this text.
+    /// A page for the browser that may load nothing and run nothing, with the one style of this
+    /// text.
     void replyPage(const QByteArray &html, const QByteArray &style);
 
     const httplib::Request &request() const { return m_request; }

@@ -18,4 +18,6 @@ QList<QByteArray> CaseData::embedded() {
     return texts;
 }
 
-CaseData::File CaseData::decode(const QByteArray &text) { return Json::decode<File>(text); }
+CaseData::File CaseData::decode(const QByteArray &text) {
+    return Json::decode<File>(text);
+}

@@ -57,7 +57,8 @@ QList<Arrival> newestFirst(const QList<CaseData::File> &files) {
     return arrivals;
 }
 
-/// The case as the reader gets it. Its public address and the related cards are added to each reply.
+/// The case as the reader gets it. Its public address and the related cards are added to each
+/// reply.
 CaseEntry entry(const Arrival &arrival) {
     const auto &written = *arrival.written;
     CaseEntry entry;

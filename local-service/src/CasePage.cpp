@@ -6,7 +6,9 @@
 
 namespace {
 
-QString escaped(const QString &text) { return text.toHtmlEscaped(); }
+QString escaped(const QString &text) {
+    return text.toHtmlEscaped();
+}
 
 QString paragraphs(const QString &text) {
     QString html;
@@ -19,8 +21,8 @@ QString paragraphs(const QString &text) {
 QString header(const CaseEntry &entry) {
     return QStringLiteral("<header>\n<p class=\"label\">%1 · %2</p>\n<h1>%3</h1>\n"
                           "<p class=\"summary\">%4</p>\n</header>\n")
-        .arg(escaped(ArchiveStyle::domain(entry.archive)), escaped(entry.era),
-             escaped(entry.title), escaped(entry.summary));
+        .arg(escaped(ArchiveStyle::domain(entry.archive)), escaped(entry.era), escaped(entry.title),
+             escaped(entry.summary));
 }
 
 QString section(const CaseEntry::Section &section) {

@@ -4,7 +4,8 @@
 
 #include <QByteArray>
 
-/// A case as a page for the browser: where a shared address leads. It loads nothing and runs nothing.
+/// A case as a page for the browser: where a shared address leads. It loads nothing and runs
+/// nothing.
 namespace CasePage {
 
 /// The one style that the page holds.

@@ -27,8 +27,8 @@ CaseCard card(const Statement &row) {
 }
 
 QList<QString> readCategories(Database::Access &access, const QString &archive) {
-    auto query = access.prepare(QByteArray("SELECT DISTINCT category") + ofArchive +
-                                " ORDER BY category");
+    auto query =
+        access.prepare(QByteArray("SELECT DISTINCT category") + ofArchive + " ORDER BY category");
     query.bind(archive);
     QList<QString> categories;
     while (query.next())
@@ -50,8 +50,8 @@ QList<qint64> readYears(Database::Access &access, const QString &archive) {
 QList<QString> decades(const QList<qint64> &years) {
     QList<QString> decades;
     for (const qint64 year : years) {
-        const auto decade = year < firstDecade ? QStringLiteral("before1940")
-                                               : QString::number(year - year % 10);
+        const auto decade =
+            year < firstDecade ? QStringLiteral("before1940") : QString::number(year - year % 10);
         if (decades.isEmpty() || decades.last() != decade)
             decades.append(decade);
     }

@@ -95,8 +95,8 @@ CaseSearch readSearch(const Call &call) {
     limitToYear(search, call.wholeNumber("year", 1, 9999));
     search.order = readOrder(call);
     search.offset = call.wholeNumber("offset", 0, std::numeric_limits<qint64>::max()).value_or(0);
-    search.limit = call.wholeNumber("limit", 1, CaseSearch::greatestLimit)
-                       .value_or(CaseSearch::defaultLimit);
+    search.limit =
+        call.wholeNumber("limit", 1, CaseSearch::greatestLimit).value_or(CaseSearch::defaultLimit);
     return search;
 }
 
@@ -136,9 +136,8 @@ void CatalogueRoutes::add(Router &router, CaseStore &store, const QString &origi
     router.add("GET", QStringLiteral("/v1/categories"), [&store](Call &call) {
         call.reply(Items<QString>{store.categories(readArchive(call))});
     });
-    router.add("GET", QStringLiteral("/v1/cases/*/*"), [&store, origin](Call &call) {
-        call.reply(readCase(call, store, origin));
-    });
+    router.add("GET", QStringLiteral("/v1/cases/*/*"),
+               [&store, origin](Call &call) { call.reply(readCase(call, store, origin)); });
     router.add("GET", QStringLiteral("/cases/*/*"), [&store, origin](Call &call) {
         call.replyPage(CasePage::html(readCase(call, store, origin)), CasePage::style());
     });

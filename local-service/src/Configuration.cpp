@@ -40,7 +40,8 @@ Configuration Configuration::read(const QString &path) {
     if (!written.port)
         return configuration;
     if (*written.port < 0 || *written.port > greatestPort)
-        throw ConfigurationError(path.toStdString() + ": \"port\" must be a number from 0 to 65535.");
+        throw ConfigurationError(path.toStdString() +
+                                 ": \"port\" must be a number from 0 to 65535.");
     configuration.port = static_cast<int>(*written.port);
     return configuration;
 }

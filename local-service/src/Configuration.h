@@ -4,7 +4,8 @@
 
 #include <stdexcept>
 
-/// The configuration file cannot be read as one. The text is a sentence for whoever runs the service.
+/// The configuration file cannot be read as one. The text is a sentence for whoever runs the
+/// service.
 class ConfigurationError final : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

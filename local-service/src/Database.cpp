@@ -62,7 +62,9 @@ Statement Database::Access::prepare(const QByteArray &sql) {
     return Statement(m_database, sql, m_database.take(sql));
 }
 
-void Database::Access::execute(const QByteArray &sql) { m_database.execute(sql); }
+void Database::Access::execute(const QByteArray &sql) {
+    m_database.execute(sql);
+}
 
 Database::Transaction::Transaction(Access &access) : m_access(access) {
     m_access.execute("BEGIN IMMEDIATE");

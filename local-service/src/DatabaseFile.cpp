@@ -81,4 +81,6 @@ QString DatabaseFile::prepare(const QString &directory) {
     return path;
 }
 
-bool DatabaseFile::isEmpty(const QString &path) { return QFileInfo(path).size() == 0; }
+bool DatabaseFile::isEmpty(const QString &path) {
+    return QFileInfo(path).size() == 0;
+}

@@ -25,8 +25,8 @@ void Reply::send(httplib::Response &response, int status, const char *contentTyp
     if (connection == Connection::Close)
         response.set_header("Connection", "close");
     response.set_header("X-Content-Type-Options", "nosniff");
-    // A provider instead of a plain body, since the library compresses plain bodies, which costs time
-    // and gains nothing on this machine. A provider that fails after its last byte closes the
+    // A provider instead of a plain body, since the library compresses plain bodies, which costs
+    // time and gains nothing on this machine. A provider that fails after its last byte closes the
     // connection, which is the only way to ask for it.
     response.set_content_provider(
         static_cast<std::size_t>(body.size()), contentType,

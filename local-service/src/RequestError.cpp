@@ -1,9 +1,7 @@
 #include "RequestError.h"
 
 RequestError::RequestError(int status, QString code, QString message)
-    : m_status(status),
-      m_code(std::move(code)),
-      m_message(std::move(message)) {}
+    : m_status(status), m_code(std::move(code)), m_message(std::move(message)) {}
 
 RequestError RequestError::badParameter(const QString &name, const QString &rule) {
     return {400, QStringLiteral("bad_request"),

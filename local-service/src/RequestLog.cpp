@@ -8,13 +8,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The library answers a request from its first to its last byte on one thread, and hands no place to
-/// keep the time in. Absent for a request that could not be read at all.
+/// The library answers a request from its first to its last byte on one thread, and hands no place
+/// to keep the time in. Absent for a request that could not be read at all.
 thread_local std::optional<Clock::time_point> begun;
 
 } // namespace
 
-void RequestLog::begin() { begun = Clock::now(); }
+void RequestLog::begin() {
+    begun = Clock::now();
+}
 
 void RequestLog::finish(const httplib::Request &request, const httplib::Response &response) {
     double milliseconds = 0;

@@ -12,8 +12,8 @@ namespace RequestLog {
 void begin();
 void finish(const httplib::Request &request, const httplib::Response &response);
 
-/// The text with everything but visible ASCII written as \xHH, so that no request can forge a line or
-/// talk to a terminal.
+/// The text with everything but visible ASCII written as \xHH, so that no request can forge a line
+/// or talk to a terminal.
 std::string escaped(const std::string &text);
 
 } // namespace RequestLog

@@ -38,7 +38,7 @@ QLatin1String plainLetters(char32_t letter) {
 QStringList SearchText::words(const QString &text) {
     QStringList words;
     QString word;
-    const auto letters = text.toCaseFolded().normalized(QString::NormalizationForm_KD).toUcs4();
+    const auto letters = text.normalized(QString::NormalizationForm_KD).toCaseFolded().toUcs4();
     for (const char32_t letter : letters) {
         if (QChar::isMark(letter))
             continue;

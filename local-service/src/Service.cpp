@@ -39,9 +39,13 @@ void reportFailure(const httplib::Request &request, const char *what) {
 
 } // namespace
 
-Service::Service(ServiceOptions options) : m_options(std::move(options)) { setUpServer(); }
+Service::Service(ServiceOptions options) : m_options(std::move(options)) {
+    setUpServer();
+}
 
-Service::~Service() { stop(); }
+Service::~Service() {
+    stop();
+}
 
 void Service::setUpServer() {
     m_server.new_task_queue = [] { return new httplib::ThreadPool(threadCount); };
@@ -50,8 +54,8 @@ void Service::setUpServer() {
     m_server.set_read_timeout(readTimeout);
     m_server.set_write_timeout(writeTimeout);
     m_server.set_payload_max_length(RequestGuard::greatestBody);
-    // Head and body leave in two writes; without this the second waits for the client's delayed word
-    // on the first.
+    // Head and body leave in two writes; without this the second waits for the client's delayed
+    // word on the first.
     m_server.set_tcp_nodelay(true);
     // The library's own choice would let a second service share the port.
     m_server.set_socket_options([](socket_t socket) {

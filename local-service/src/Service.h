@@ -31,8 +31,8 @@ public:
     /// Routes of further subjects are added here before the start.
     Router &router() { return m_router; }
 
-    /// Returns once requests are answered. Throws a standard exception whose text says what is in the
-    /// way.
+    /// Returns once requests are answered. Throws a standard exception whose text says what is in
+    /// the way.
     void start();
     /// Lets the running requests end, and returns when the last has.
     void stop();

@@ -6,9 +6,7 @@
 #include <sqlite3.h>
 
 Statement::Statement(Database &database, QByteArray sql, sqlite3_stmt *handle)
-    : m_database(database),
-      m_sql(std::move(sql)),
-      m_handle(handle) {}
+    : m_database(database), m_sql(std::move(sql)), m_handle(handle) {}
 
 Statement::~Statement() {
     sqlite3_reset(m_handle);
@@ -21,7 +19,9 @@ void Statement::check(int result) const {
         throw DatabaseError(sqlite3_errmsg(sqlite3_db_handle(m_handle)));
 }
 
-Statement &Statement::bind(const QString &text) { return bind(text.toUtf8()); }
+Statement &Statement::bind(const QString &text) {
+    return bind(text.toUtf8());
+}
 
 Statement &Statement::bind(const QByteArray &utf8) {
     check(sqlite3_bind_text(m_handle, ++m_bound, utf8.constData(), static_cast<int>(utf8.size()),
@@ -47,11 +47,15 @@ void Statement::run() {
     m_bound = 0;
 }
 
-QString Statement::text(int column) const { return QString::fromUtf8(utf8(column)); }
+QString Statement::text(int column) const {
+    return QString::fromUtf8(utf8(column));
+}
 
 QByteArray Statement::utf8(int column) const {
     const auto *bytes = static_cast<const char *>(sqlite3_column_blob(m_handle, column));
     return QByteArray(bytes, sqlite3_column_bytes(m_handle, column));
 }
 
-qint64 Statement::integer(int column) const { return sqlite3_column_int64(m_handle, column); }
+qint64 Statement::integer(int column) const {
+    return sqlite3_column_int64(m_handle, column);
+}

@@ -6,8 +6,8 @@
 class Database;
 struct sqlite3_stmt;
 
-/// A prepared statement, on loan from its database for as long as this object lives. Values are bound
-/// in the order of the placeholders.
+/// A prepared statement, on loan from its database for as long as this object lives. Values are
+/// bound in the order of the placeholders.
 class Statement final {
 public:
     Statement(Database &database, QByteArray sql, sqlite3_stmt *handle);

@@ -16,8 +16,8 @@ QString directory(QStandardPaths::StandardLocation location) {
     return QStandardPaths::writableLocation(location) + QStringLiteral("/quillmere-service");
 }
 
-/// The signals that end the service. They are blocked before the first thread starts, so that none of
-/// them interrupts anything and one place waits for them.
+/// The signals that end the service. They are blocked before the first thread starts, so that none
+/// of them interrupts anything and one place waits for them.
 sigset_t blockEndSignals() {
     sigset_t signals;
     sigemptyset(&signals);
@@ -29,8 +29,8 @@ sigset_t blockEndSignals() {
 
 void run(const Configuration &configuration) {
     const sigset_t endSignals = blockEndSignals();
-    Service service({directory(QStandardPaths::GenericDataLocation), configuration.port,
-                     CaseData::embedded()});
+    Service service(
+        {directory(QStandardPaths::GenericDataLocation), configuration.port, CaseData::embedded()});
     service.start();
     std::fprintf(stderr, "Quillmere service on http://127.0.0.1:%d\n", service.port());
     int signal = 0;

@@ -11,11 +11,15 @@ WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store) : m_engine(engin
 WindowOpener::~WindowOpener() = default;
 
 bool WindowOpener::open() {
-    if (!m_component)
-        m_component = std::make_unique<QQmlComponent>(
-            &m_engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillmere/Screens/MainWindow.qml")));
-    auto *object = m_component->createWithInitialProperties(
-        {{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
+    if (!m_component) {
+        // By its module: only an import makes the toolkit register the module's C++ types.
+        m_component = std::make_unique<QQmlComponent>(&m_engine);
+        m_component->setData("import Quillmere.Screens\nMainWindow {}", QUrl());
+    }
+    QObject *object = nullptr;
+    if (m_component->isReady())
+        object = m_component->createWithInitialProperties(
+            {{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
     auto *window = qobject_cast<QQuickWindow *>(object);
     if (!window) {
         qCritical("%s", qPrintable(m_component->errorString()));

@@ -4,9 +4,9 @@
 
 QString Words::text(const QString &key) const { return Copy::text(key, m_language); }
 
-QString Words::number(qint64 value) const { return locale().toString(value); }
+QString Words::number(double value) const { return locale().toString(static_cast<qint64>(value)); }
 
-QString Words::textWithNumber(const QString &key, qint64 value) const {
+QString Words::textWithNumber(const QString &key, double value) const {
     return text(key).replace(QLatin1String("{n}"), number(value));
 }
 

@@ -22,10 +22,10 @@ public:
     Q_INVOKABLE QString text(const QString &key) const;
 
     /// A number in the language's way of writing it.
-    Q_INVOKABLE QString number(qint64 value) const;
+    Q_INVOKABLE QString number(double value) const;
 
     /// The text of the key with every "{n}" replaced by the number.
-    Q_INVOKABLE QString textWithNumber(const QString &key, qint64 value) const;
+    Q_INVOKABLE QString textWithNumber(const QString &key, double value) const;
 
     /// Locale for dates and numbers.
     QLocale locale() const;

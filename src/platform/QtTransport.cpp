@@ -144,7 +144,7 @@ public:
             auto *body = new OneWayBody(*m_request.body, this);
             m_reply = m_own->sendCustomRequest(request, m_request.method, body);
         } else {
-            m_reply = m_shared.sendCustomRequest(request, m_request.method);
+            m_reply = m_shared.get(request);
         }
         connect(m_reply, &QNetworkReply::finished, this, &Exchange::finished);
         connect(m_reply, &QNetworkReply::sslErrors, this, [this] { m_untrusted = true; });

@@ -1,5 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
+import Quillmere.Presentation
 
 // The labelled button of the program.
 T.AbstractButton {
@@ -48,6 +51,6 @@ T.AbstractButton {
         }
     }
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 }

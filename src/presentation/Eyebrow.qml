@@ -1,4 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Quillmere.Presentation
 
 // A small heading over a block. A screen reader hears the text as it is written.
 TextLabel {

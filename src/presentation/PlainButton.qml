@@ -1,5 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
+import Quillmere.Presentation
 
 // A button without a look of its own: its whole area reacts, its content is up to the screen.
 T.AbstractButton {
@@ -40,6 +43,6 @@ T.AbstractButton {
         }
     }
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 }

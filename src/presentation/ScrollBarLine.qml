@@ -1,4 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Quillmere.Presentation
 
 // Shows where a scrolled view stands, and takes the keyboard and a drag.
 Rectangle {

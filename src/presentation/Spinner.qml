@@ -1,4 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Quillmere.Presentation
 
 // Work under way. Turns in twelve steps a second, so that a waiting window costs next to nothing.
 Item {

@@ -1,4 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Quillmere.Presentation
 
 // A line icon. Decoration only: the control around it carries the name.
 Image {
@@ -8,7 +11,8 @@ Image {
 
     width: size
     height: size
-    sourceSize: Qt.size(size, size)
+    sourceSize.width: size
+    sourceSize.height: size
     source: "image://symbol/" + name + "/" + color.toString().slice(-6)
     Accessible.ignored: true
 }

@@ -1,5 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
+import Quillmere.Presentation
 
 // A text as a screen reader knows one: a bare Text does not exist for it.
 T.Label {

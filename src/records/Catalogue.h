@@ -14,7 +14,7 @@ struct Archive {
     Q_PROPERTY(QString id MEMBER id)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString description MEMBER description)
-    Q_PROPERTY(qint64 count MEMBER count)
+    Q_PROPERTY(double count READ countForQml)
 
 public:
     QString id;
@@ -25,6 +25,9 @@ public:
     QString accent;
     /// Number of cases.
     qint64 count = 0;
+
+    /// QML's compiler knows no integer of 64 bits.
+    double countForQml() const { return static_cast<double>(count); }
 
     bool operator==(const Archive &) const = default;
 };
@@ -136,7 +139,7 @@ struct Items {
 /// The service's word on itself. Any decoded Health counts as a connected service, whatever `ok` says.
 struct Health {
     Q_GADGET
-    Q_PROPERTY(qint64 total MEMBER total)
+    Q_PROPERTY(double total READ totalForQml)
 
 public:
     bool ok = false;
@@ -145,6 +148,8 @@ public:
     QString accountUrl;
     /// Cases over all archives.
     qint64 total = 0;
+
+    double totalForQml() const { return static_cast<double>(total); }
 
     bool operator==(const Health &) const = default;
 };

@@ -1,6 +1,9 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // The first screen: the flagship archive, its newest cases, the other archives, and the way into the
 // chat.
@@ -77,9 +80,12 @@ Item {
                     store: home.store
                     model: model
                     onChosen: (archive, title, summary) => {
-                        sheet.archive = archive;
-                        sheet.title = title;
-                        sheet.summary = summary;
+                        sheet.setSource("CaseSheet.qml", {
+                            store: home.store,
+                            archive: archive,
+                            title: title,
+                            summary: summary
+                        });
                         sheet.active = true;
                     }
                 }
@@ -103,19 +109,16 @@ Item {
     Loader {
         id: sheet
 
-        property string archive
-        property string title
-        property string summary
-
         anchors.fill: parent
         active: false
+    }
 
-        sourceComponent: CaseSheet {
-            store: home.store
-            archive: sheet.archive
-            title: sheet.title
-            summary: sheet.summary
-            onDismissed: sheet.active = false
+    Connections {
+        target: sheet.item
+        ignoreUnknownSignals: true
+
+        function onDismissed() {
+            sheet.active = false;
         }
     }
 }

@@ -1,6 +1,9 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // The way into the chat, with the flagship archive chosen.
 PlainButton {

@@ -1,5 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // Holds the screen of the destination. A change of user or server drops the screen with all of its
 // state, and so does another archive or language for the browser.
@@ -21,35 +24,23 @@ Rectangle {
         return destination + store.language;
     }
 
-    color: Ink.paper0
-
-    onScreenIdentityChanged: {
-        screen.active = false;
-        screen.active = true;
+    function screenFile(destination: string): string {
+        return destination === "home" ? "ArchivesHomeView.qml" : "LaterView.qml";
     }
+
+    function rebuild() {
+        screen.setSource(screenFile(store.destination), {
+            store: store
+        });
+    }
+
+    color: Ink.paper0
+    onScreenIdentityChanged: rebuild()
+    Component.onCompleted: rebuild()
 
     Loader {
         id: screen
 
         anchors.fill: parent
-        sourceComponent: column.store.destination === "home" ? home : later
-    }
-
-    Component {
-        id: home
-
-        ArchivesHomeView {
-            store: column.store
-        }
-    }
-
-    // The screens that are still to come.
-    Component {
-        id: later
-
-        EmptyState {
-            symbol: "doc.text"
-            title: column.store.words.text("chooseCase")
-        }
     }
 }

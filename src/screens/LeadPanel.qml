@@ -1,6 +1,9 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // The flagship archive, large.
 PlainButton {

@@ -1,5 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillmere.Presentation
+import Quillmere.Screens
 
 Window {
     id: window
@@ -27,10 +30,9 @@ Window {
 
         anchors.fill: parent
         active: window.store.notice !== ""
-
-        sourceComponent: NoticeAlert {
+        Component.onCompleted: setSource("NoticeAlert.qml", {
             store: window.store
-        }
+        })
     }
 
     Shortcut {
@@ -39,17 +41,17 @@ Window {
     }
 
     Shortcut {
-        sequences: [StandardKey.New]
+        sequence: "Ctrl+N"
         onActivated: window.anotherWindowWanted()
     }
 
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequence: "Ctrl+W"
         onActivated: window.close()
     }
 
     Shortcut {
-        sequences: [StandardKey.Quit]
+        sequence: "Ctrl+Q"
         onActivated: Qt.quit()
     }
 

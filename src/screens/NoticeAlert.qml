@@ -1,6 +1,9 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // The application-wide message, over everything. Any way of dismissing it clears the notice.
 FocusScope {

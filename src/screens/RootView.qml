@@ -1,6 +1,9 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // Two columns: the sidebar chooses among the screens, the detail column holds the chosen one.
 T.SplitView {

@@ -1,5 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillmere.Presentation
+import Quillmere.Screens
 
 // The assistant's mark.
 Item {
@@ -16,7 +19,8 @@ Item {
 
         anchors.fill: parent
         source: "qrc:/images/tessel-mark.png"
-        sourceSize: Qt.size(mark.size, mark.size)
+        sourceSize.width: mark.size
+        sourceSize.height: mark.size
         smooth: true
         visible: status === Image.Ready
     }

@@ -33,11 +33,11 @@ AppStore::AppStore(Platform platform, QObject *parent)
     QObject::connect(this, &AppStore::languageChanged, this, &AppStore::wordsChanged);
 }
 
-qint64 AppStore::archiveTotal() const {
+double AppStore::archiveTotal() const {
     const auto &archives = m_archives.items();
     return std::accumulate(
-        archives.begin(), archives.end(), qint64(0),
-        [](qint64 sum, const Archive &archive) { return sum + archive.count; });
+        archives.begin(), archives.end(), 0.0,
+        [](double sum, const Archive &archive) { return sum + archive.countForQml(); });
 }
 
 Archive AppStore::lead() const {

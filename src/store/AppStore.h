@@ -27,7 +27,7 @@ class AppStore final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString baseString READ baseString NOTIFY baseStringChanged)
     Q_PROPERTY(QAbstractListModel *archives READ archiveModel CONSTANT)
-    Q_PROPERTY(qint64 archiveTotal READ archiveTotal NOTIFY archivesChanged)
+    Q_PROPERTY(double archiveTotal READ archiveTotal NOTIFY archivesChanged)
     Q_PROPERTY(Archive lead READ lead NOTIFY archivesChanged)
     Q_PROPERTY(bool connected READ isConnected NOTIFY healthChanged)
     Q_PROPERTY(Health health READ healthRecord NOTIFY healthChanged)
@@ -39,7 +39,7 @@ class AppStore final : public QObject {
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged)
     Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged)
     Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged)
-    Q_PROPERTY(qsizetype wallCount READ wallCount NOTIFY wallChanged)
+    Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged)
 
 public:
     explicit AppStore(Platform platform, QObject *parent = nullptr);
@@ -52,7 +52,7 @@ public:
     const QList<Archive> &archives() const { return m_archives.items(); }
     QAbstractListModel *archiveModel() { return &m_archives; }
     /// Sum of the archives' counts.
-    qint64 archiveTotal() const;
+    double archiveTotal() const;
     /// The flagship archive, else the first; an empty record without archives.
     Archive lead() const;
 
@@ -96,7 +96,7 @@ public:
 
     const Conversation &chat() const { return m_chat; }
     const QList<WallItem> &wall() const { return m_wall; }
-    qsizetype wallCount() const { return m_wall.size(); }
+    int wallCount() const { return static_cast<int>(m_wall.size()); }
 
     /// Names the library file of this server and user.
     QString libraryKey() const;
