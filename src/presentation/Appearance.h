@@ -11,7 +11,7 @@ class Appearance final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    Q_PROPERTY(QString choice READ choiceName WRITE setChoiceName NOTIFY choiceChanged)
+    Q_PROPERTY(QString choice READ choiceName WRITE setChoiceName NOTIFY choiceChanged FINAL)
 
 public:
     /// In the order in which they are offered.

@@ -53,13 +53,13 @@ class Fonts final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(TypeFace face READ face NOTIFY faceChanged)
-    Q_PROPERTY(qreal label MEMBER label CONSTANT)
-    Q_PROPERTY(qreal caption MEMBER caption CONSTANT)
-    Q_PROPERTY(qreal control MEMBER control CONSTANT)
-    Q_PROPERTY(qreal hint MEMBER hint CONSTANT)
-    Q_PROPERTY(qreal body MEMBER body CONSTANT)
-    Q_PROPERTY(qreal title MEMBER title CONSTANT)
+    Q_PROPERTY(TypeFace face READ face NOTIFY faceChanged FINAL)
+    Q_PROPERTY(qreal label MEMBER label CONSTANT FINAL)
+    Q_PROPERTY(qreal caption MEMBER caption CONSTANT FINAL)
+    Q_PROPERTY(qreal control MEMBER control CONSTANT FINAL)
+    Q_PROPERTY(qreal hint MEMBER hint CONSTANT FINAL)
+    Q_PROPERTY(qreal body MEMBER body CONSTANT FINAL)
+    Q_PROPERTY(qreal title MEMBER title CONSTANT FINAL)
 
 public:
     using QObject::QObject;

@@ -27,7 +27,7 @@ T.AbstractButton {
 
         Rectangle {
             anchors.fill: parent
-            radius: parent.radius
+            radius: button.radius
             color: Ink.paper
             opacity: button.hovered && !button.down ? 0.05 : 0
         }
@@ -35,7 +35,7 @@ T.AbstractButton {
         Rectangle {
             anchors.fill: parent
             anchors.margins: -2
-            radius: parent.radius + 2
+            radius: button.radius + 2
             visible: button.visualFocus
             color: "transparent"
             border.color: Ink.brand

@@ -11,10 +11,10 @@
 /// One archive of the service.
 struct Archive {
     Q_GADGET
-    Q_PROPERTY(QString id MEMBER id)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString description MEMBER description)
-    Q_PROPERTY(double count READ countForQml)
+    Q_PROPERTY(QString id MEMBER id FINAL)
+    Q_PROPERTY(QString title MEMBER title FINAL)
+    Q_PROPERTY(QString description MEMBER description FINAL)
+    Q_PROPERTY(double count READ countForQml FINAL)
 
 public:
     QString id;
@@ -35,14 +35,14 @@ public:
 /// A case in summary. `key` is unique across the archives, `id` inside its archive.
 struct CaseCard {
     Q_GADGET
-    Q_PROPERTY(QString id MEMBER id)
-    Q_PROPERTY(QString key MEMBER key)
-    Q_PROPERTY(QString archive MEMBER archive)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString summary MEMBER summary)
-    Q_PROPERTY(QString category MEMBER category)
-    Q_PROPERTY(QString era MEMBER era)
-    Q_PROPERTY(QString locale MEMBER locale)
+    Q_PROPERTY(QString id MEMBER id FINAL)
+    Q_PROPERTY(QString key MEMBER key FINAL)
+    Q_PROPERTY(QString archive MEMBER archive FINAL)
+    Q_PROPERTY(QString title MEMBER title FINAL)
+    Q_PROPERTY(QString summary MEMBER summary FINAL)
+    Q_PROPERTY(QString category MEMBER category FINAL)
+    Q_PROPERTY(QString era MEMBER era FINAL)
+    Q_PROPERTY(QString locale MEMBER locale FINAL)
 
 public:
     QString id;
@@ -139,7 +139,7 @@ struct Items {
 /// The service's word on itself. Any decoded Health counts as a connected service, whatever `ok` says.
 struct Health {
     Q_GADGET
-    Q_PROPERTY(double total READ totalForQml)
+    Q_PROPERTY(double total READ totalForQml FINAL)
 
 public:
     bool ok = false;

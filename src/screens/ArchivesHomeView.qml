@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -27,9 +28,7 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         clip: true
 
-        ScrollBarLine {
-            flickable: scroll
-        }
+        T.ScrollBar.vertical: ScrollBarLine {}
 
         ColumnLayout {
             id: content

@@ -18,7 +18,7 @@ PlainButton {
     Accessible.name: store.words.textWithNumber("homeAskLine", count)
     Accessible.description: store.words.text("tesselBody")
     onClicked: {
-        store.selectedArchives = ["foible"];
+        store.selectOnlyArchive("foible");
         store.newChat();
     }
 

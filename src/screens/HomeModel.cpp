@@ -1,5 +1,6 @@
 #include "screens/HomeModel.h"
 
+#include "platform/CancellationError.h"
 #include "platform/Start.h"
 #include "service/Endpoints.h"
 
@@ -15,9 +16,9 @@ void HomeModel::componentComplete() {
 void HomeModel::beginLoad() {
     m_loading.request_stop();
     m_loading = std::stop_source();
-    start([this, stop = m_loading.get_token()]() -> Task<void> {
+    start([this, stop = m_loading.get_token()] {
         if (stop.stop_requested())
-            return []() -> Task<void> { co_return; }();
+            throw CancellationError();
         return load(stop);
     });
 }

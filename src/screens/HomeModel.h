@@ -14,10 +14,10 @@ class HomeModel : public QObject, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
-    Q_PROPERTY(AppStore *store MEMBER m_store REQUIRED)
-    Q_PROPERTY(QAbstractListModel *latest READ latest CONSTANT)
-    Q_PROPERTY(bool empty READ isEmpty NOTIFY latestChanged)
-    Q_PROPERTY(bool failed READ hasFailed NOTIFY failedChanged)
+    Q_PROPERTY(AppStore *store MEMBER m_store REQUIRED FINAL)
+    Q_PROPERTY(QAbstractListModel *latest READ latest CONSTANT FINAL)
+    Q_PROPERTY(bool empty READ isEmpty NOTIFY latestChanged FINAL)
+    Q_PROPERTY(bool failed READ hasFailed NOTIFY failedChanged FINAL)
 
 public:
     explicit HomeModel(QObject *parent = nullptr);

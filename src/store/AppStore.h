@@ -25,21 +25,21 @@
 /// it and returns at once.
 class AppStore final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString baseString READ baseString NOTIFY baseStringChanged)
-    Q_PROPERTY(QAbstractListModel *archives READ archiveModel CONSTANT)
-    Q_PROPERTY(double archiveTotal READ archiveTotal NOTIFY archivesChanged)
-    Q_PROPERTY(Archive lead READ lead NOTIFY archivesChanged)
-    Q_PROPERTY(bool connected READ isConnected NOTIFY healthChanged)
-    Q_PROPERTY(Health health READ healthRecord NOTIFY healthChanged)
-    Q_PROPERTY(QString destination READ destination WRITE setDestination NOTIFY destinationChanged)
-    Q_PROPERTY(QString language READ languageValue WRITE setLanguageValue NOTIFY languageChanged)
-    Q_PROPERTY(Words words READ words NOTIFY wordsChanged)
+    Q_PROPERTY(QString baseString READ baseString NOTIFY baseStringChanged FINAL)
+    Q_PROPERTY(QAbstractListModel *archives READ archiveModel CONSTANT FINAL)
+    Q_PROPERTY(double archiveTotal READ archiveTotal NOTIFY archivesChanged FINAL)
+    Q_PROPERTY(Archive lead READ lead NOTIFY archivesChanged FINAL)
+    Q_PROPERTY(bool connected READ isConnected NOTIFY healthChanged FINAL)
+    Q_PROPERTY(Health health READ healthRecord NOTIFY healthChanged FINAL)
+    Q_PROPERTY(QString destination READ destination WRITE setDestination NOTIFY destinationChanged FINAL)
+    Q_PROPERTY(QString language READ languageValue WRITE setLanguageValue NOTIFY languageChanged FINAL)
+    Q_PROPERTY(Words words READ words NOTIFY wordsChanged FINAL)
     Q_PROPERTY(QStringList selectedArchives READ selectedArchives WRITE setSelectedArchives NOTIFY
-                   selectedArchivesChanged)
-    Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged)
-    Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged)
-    Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged)
-    Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged)
+                   selectedArchivesChanged FINAL)
+    Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged FINAL)
+    Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged FINAL)
+    Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged FINAL)
+    Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged FINAL)
 
 public:
     explicit AppStore(Platform platform, QObject *parent = nullptr);
@@ -85,6 +85,7 @@ public:
     /// chat alone.
     QStringList selectedArchives() const;
     void setSelectedArchives(const QStringList &archives);
+    Q_INVOKABLE void selectOnlyArchive(const QString &archive) { setSelectedArchives({archive}); }
 
     /// The one application-wide message, shown as an alert while present.
     const std::optional<QString> &notice() const { return m_notice; }
