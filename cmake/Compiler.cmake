@@ -16,7 +16,8 @@ if(QUILLMERE_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
     # The vptr check needs type information that Qt's libraries of the distribution do not export.
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-        add_compile_options(-fno-sanitize=vptr,function)
+        add_compile_options(-fno-sanitize=vptr,function
+                            -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/cmake/sanitizer-ignore.txt)
         add_link_options(-fno-sanitize=vptr,function)
     endif()
 endif()

@@ -139,8 +139,8 @@ TEST(Requests, OtherSitesChangeNothing) {
     EXPECT_EQ(statusOf(post("http://127.0.0.1:" + port)), 200);
     EXPECT_EQ(statusOf(post("http://localhost:" + port)), 200);
     EXPECT_EQ(written, 3);
-    for (const std::string &origin : {"https://evil.example", "null", "http://localhost:1",
-                                      "https://127.0.0.1", "http://127.0.0.1.evil.example"})
+    for (const char *origin : {"https://evil.example", "null", "http://localhost:1",
+                               "https://127.0.0.1", "http://127.0.0.1.evil.example"})
         EXPECT_EQ(statusOf(post(origin)), 403) << origin;
 
     const auto read = client.Get("/v1/health", {{"Origin", "https://evil.example"}});

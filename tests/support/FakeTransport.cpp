@@ -1,0 +1,54 @@
+#include "tests/support/FakeTransport.h"
+
+#include "platform/CancellationError.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+FakeTransport::~FakeTransport() {
+    for (const auto &pending : m_pending) {
+        if (!pending.completion.isComplete())
+            ADD_FAILURE() << "never answered: " << qPrintable(pending.path);
+    }
+}
+
+Task<HttpResponse> FakeTransport::data(HttpRequest request, std::stop_token stop) {
+    if (stop.stop_requested())
+        throw CancellationError();
+    Completion<HttpResponse> completion;
+    m_pending.push_back(Pending{request.url.path(), completion});
+    m_requests.push_back(std::move(request));
+    std::function<void()> onStop = [completion]() mutable {
+        completion.fail(std::make_exception_ptr(CancellationError()));
+    };
+    std::stop_callback stopping(stop, onStop);
+    auto waiting = completion.result();
+    HttpResponse response = co_await waiting;
+    co_return response;
+}
+
+qsizetype FakeTransport::waiting(const QString &path) const {
+    return std::count_if(m_pending.begin(), m_pending.end(), [&](const Pending &pending) {
+        return pending.path == path && !pending.completion.isComplete();
+    });
+}
+
+std::optional<Completion<HttpResponse>> FakeTransport::next(const QString &path) const {
+    for (const auto &pending : m_pending) {
+        if (pending.path == path && !pending.completion.isComplete())
+            return pending.completion;
+    }
+    ADD_FAILURE() << "nothing waits for an answer from " << qPrintable(path);
+    return std::nullopt;
+}
+
+void FakeTransport::answer(const QString &path, int status, const QByteArray &body) {
+    if (auto completion = next(path))
+        completion->succeed(HttpResponse{status, body});
+}
+
+void FakeTransport::fail(const QString &path, URLError::Code code) {
+    if (auto completion = next(path))
+        completion->fail(std::make_exception_ptr(URLError(code)));
+}

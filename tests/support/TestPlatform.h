@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "tests/support/FixedAppearance.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/MemoryPreferences.h"
+#include "tests/support/RecordingBrowser.h"
+
+/// A whole system for one test: QtTransport against a ScriptedService, or a FakeTransport.
+template <class TransportKind>
+struct TestPlatform {
+    TransportKind transport;
+    MemoryPreferences preferences;
+    ManualClock clock;
+    RecordingBrowser browser;
+    FixedAppearance appearance;
+
+    Platform platform() { return {transport, preferences, clock, browser, appearance}; }
+};
