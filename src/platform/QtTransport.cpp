@@ -35,6 +35,7 @@ public:
     }
 
     bool isSequential() const override { return true; }
+    bool reset() override { return false; }
     qint64 bytesAvailable() const override {
         return m_bytes.size() - m_position + QIODevice::bytesAvailable();
     }
@@ -69,7 +70,6 @@ QNetworkRequest networkRequest(const HttpRequest &request) {
     result.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     result.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     result.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    result.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     result.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
     // Left alone, the manager would tell the system's language.
     result.setRawHeader("Accept-Language", "*");
@@ -107,6 +107,7 @@ URLError::Code errorCode(QNetworkReply::NetworkError error) {
     case QNetworkReply::ProtocolUnknownError:
         return Code::badURL;
     case QNetworkReply::ProtocolFailure:
+    case QNetworkReply::UnknownContentError:
         return Code::badServerResponse;
     case QNetworkReply::ContentReSendError:
         return Code::networkConnectionLost;
@@ -116,11 +117,19 @@ URLError::Code errorCode(QNetworkReply::NetworkError error) {
 }
 
 /// Whether an error only says what the status says, so that the reply is whole.
-bool isErrorOfStatus(QNetworkReply::NetworkError error) {
-    return error == QNetworkReply::NoError ||
-           (error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ProtocolFailure &&
-            error != QNetworkReply::ProtocolUnknownError &&
-            error != QNetworkReply::ContentReSendError);
+bool isErrorOfStatus(QNetworkReply::NetworkError error, int status) {
+    switch (error) {
+    case QNetworkReply::NoError:
+        return true;
+    case QNetworkReply::ContentReSendError:
+        // The manager wants to rewind the body before it looks whether it may follow.
+        return status == 307 || status == 308;
+    case QNetworkReply::ProtocolFailure:
+    case QNetworkReply::ProtocolUnknownError:
+        return false;
+    default:
+        return status >= 400 && error >= QNetworkReply::ContentAccessDenied;
+    }
 }
 
 /// One request on its way, with its redirects, its silence timer and its end. Deletes itself.
@@ -181,7 +190,7 @@ private:
             m_completion.fail(std::make_exception_ptr(CancellationError()));
         } else if (m_failure) {
             fail(*m_failure);
-        } else if (!isErrorOfStatus(error)) {
+        } else if (!isErrorOfStatus(error, status)) {
             fail(m_untrusted ? URLError::Code::serverCertificateUntrusted : errorCode(error));
         } else if (status == 0) {
             fail(URLError::Code::badServerResponse);

@@ -53,6 +53,9 @@ QFont TypeFace::archivo(qreal size, int weight, int width) const {
         size = scaled(size, width < 80 ? 0.82 : 0.88);
     const auto family = FontFiles::family(QStringLiteral("Archivo"), weight, width);
     auto result = font(withFallbacks(family), size);
+    // The condensed cuts come with blanks so narrow that words run together on a screen.
+    if (width < 80)
+        result.setWordSpacing(size * 0.06);
     // The Latin letters carry their weight in the family; a fallback family needs to be told.
     if (isCJK() && weight >= 650)
         result.setWeight(QFont::Bold);

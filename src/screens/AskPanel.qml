@@ -47,6 +47,7 @@ PlainButton {
                 text: panel.store.words.text("tesselBody")
                 wrapMode: Text.Wrap
                 font: Fonts.face.reading(18)
+                leading: 3
                 color: Ink.dim
                 Accessible.ignored: true
             }

@@ -42,6 +42,7 @@ Item {
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             font: Fonts.face.reading(18)
+            leading: 3
             color: Ink.dim
         }
     }

@@ -67,6 +67,7 @@ ColumnLayout {
                         text: more.store.words.text("archive.sub." + row.archiveId)
                         wrapMode: Text.Wrap
                         font: Fonts.face.reading(17)
+                        leading: 3
                         color: Ink.dim
                         Accessible.ignored: true
                     }

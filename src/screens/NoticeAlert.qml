@@ -60,6 +60,7 @@ FocusScope {
                 text: alert.store.notice
                 wrapMode: Text.Wrap
                 font: Fonts.face.reading(Fonts.body)
+                leading: 3
                 color: Ink.dim
             }
 

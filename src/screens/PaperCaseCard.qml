@@ -69,6 +69,7 @@ PlainButton {
             maximumLineCount: 3
             elide: Text.ElideRight
             font: Fonts.face.reading(18)
+            leading: 3
             color: Ink.paperMute
             Accessible.ignored: true
         }

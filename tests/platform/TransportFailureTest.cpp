@@ -43,7 +43,7 @@ TEST_F(TransportFailure, aReplyThatBreaksOffIsNoReply) {
     }
 }
 
-TEST_F(TransportFailure, anythingButHttpIsABadAnswer) {
+TEST_F(TransportFailure, anythingButHttpIsABrokenConnection) {
     const QList<QByteArray> answers = {
         "SSH-2.0-Server\r\n",
         "220 mail ready\r\n",
@@ -55,7 +55,9 @@ TEST_F(TransportFailure, anythingButHttpIsABadAnswer) {
     for (const auto &bytes : answers) {
         SCOPED_TRACE(bytes.toPercentEncoding(" ").constData());
         service.always("GET", u"/odd"_s, ScriptedAnswer::raw(bytes));
-        EXPECT_EQ(ending(getPath(u"/odd"_s)), "badServerResponse");
+        service.expect("POST", u"/odd"_s, ScriptedAnswer::raw(bytes));
+        EXPECT_EQ(ending(getPath(u"/odd"_s)), "networkConnectionLost");
+        EXPECT_EQ(ending(postPath(u"/odd"_s)), "networkConnectionLost");
     }
 }
 
