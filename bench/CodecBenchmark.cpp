@@ -74,10 +74,10 @@ int main(int argc, char **argv) {
     measure("encode/library/codec", library, libraryText.size(), encode);
     measure("encode/library/reference", library, libraryText.size(), encodeByHand);
 
-    std::printf("Short cards %.1f MB, long cards %.1f MB, library %.1f MB\n",
-                static_cast<double>(shortText.size()) / 1e6,
-                static_cast<double>(longText.size()) / 1e6,
-                static_cast<double>(libraryText.size()) / 1e6);
+    std::fprintf(stderr, "Short cards %.1f MB, long cards %.1f MB, library %.1f MB\n",
+                 static_cast<double>(shortText.size()) / 1e6,
+                 static_cast<double>(longText.size()) / 1e6,
+                 static_cast<double>(libraryText.size()) / 1e6);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

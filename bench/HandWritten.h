@@ -7,8 +7,8 @@
 
 /// What a careful programmer would write for these records alone: the parser's and the writer's own
 /// interface, one function for each record, the same structs and the same checks of required keys.
-/// Keys that a record does not name are passed over without a look at their values. Dates are in the
-/// form of files.
+/// Keys that a record does not name are passed over without a look at their values. Dates are in
+/// the form of files.
 namespace HandWritten {
 
 /// Throws std::runtime_error.

@@ -8,7 +8,9 @@ namespace {
 
 using Value = simdjson::ondemand::value;
 
-[[noreturn]] void fail() { throw std::runtime_error("not the expected JSON"); }
+[[noreturn]] void fail() {
+    throw std::runtime_error("not the expected JSON");
+}
 
 void check(simdjson::error_code error) {
     if (error != simdjson::SUCCESS)
@@ -27,7 +29,9 @@ void read(Value value, QString &target) {
     target = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-void read(Value value, bool &target) { check(value.get_bool().get(target)); }
+void read(Value value, bool &target) {
+    check(value.get_bool().get(target));
+}
 
 void read(Value value, qint64 &target) {
     std::int64_t number = 0;
@@ -55,6 +59,9 @@ void read(Value value, ChatMessage &target);
 void read(Value value, Conversation &target);
 void read(Value value, LibraryChange &target);
 void read(Value value, LibrarySyncState &target);
+
+template <class Element>
+void read(Value value, QList<Element> &target);
 
 template <class Wrapped>
 void read(Value value, std::optional<Wrapped> &target) {

@@ -13,18 +13,34 @@ void write(Writer &writer, const QString &text) {
     writer.String(bytes.constData(), static_cast<rapidjson::SizeType>(bytes.size()));
 }
 
-void write(Writer &writer, bool flag) { writer.Bool(flag); }
-void write(Writer &writer, qint64 number) { writer.Int64(number); }
-void write(Writer &writer, const Identifier &identifier) { write(writer, identifier.text); }
+void write(Writer &writer, bool flag) {
+    writer.Bool(flag);
+}
+void write(Writer &writer, qint64 number) {
+    writer.Int64(number);
+}
+void write(Writer &writer, const Identifier &identifier) {
+    write(writer, identifier.text);
+}
 
 void write(Writer &writer, const Date &date) {
     const auto since2001 = date.milliseconds - millisecondsTo2001;
     char text[32];
-    const int length = std::snprintf(text, sizeof text, "%lld.%03lld",
-                                     static_cast<long long>(since2001 / 1000),
-                                     static_cast<long long>(since2001 % 1000));
+    const int length =
+        std::snprintf(text, sizeof text, "%lld.%03lld", static_cast<long long>(since2001 / 1000),
+                      static_cast<long long>(since2001 % 1000));
     writer.RawValue(text, static_cast<std::size_t>(length), rapidjson::kNumberType);
 }
+
+void write(Writer &writer, const CaseCard &card);
+void write(Writer &writer, const ChatMessage &message);
+void write(Writer &writer, const Conversation &conversation);
+void write(Writer &writer, const LibraryChange &change);
+void write(Writer &writer, const LibrarySyncState &sync);
+void write(Writer &writer, const QHash<QString, qint64> &map);
+
+template <class Element>
+void write(Writer &writer, const QList<Element> &list);
 
 template <std::size_t size, class Member>
 void writeKey(Writer &writer, const char (&key)[size], const Member &member) {
@@ -37,11 +53,6 @@ void writeKey(Writer &writer, const char (&key)[size], const std::optional<Membe
     if (member)
         writeKey(writer, key, *member);
 }
-
-void write(Writer &writer, const CaseCard &card);
-void write(Writer &writer, const ChatMessage &message);
-void write(Writer &writer, const Conversation &conversation);
-void write(Writer &writer, const LibraryChange &change);
 
 template <class Element>
 void write(Writer &writer, const QList<Element> &list) {

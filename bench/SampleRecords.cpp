@@ -7,12 +7,12 @@ namespace {
 
 QString words(std::mt19937 &random, int length, bool latin = true) {
     static const std::array latinWords = {
-        QStringLiteral("bridge "),  QStringLiteral("warning "), QStringLiteral("the "),
+        QStringLiteral("bridge "),  QStringLiteral("warning "),   QStringLiteral("the "),
         QStringLiteral("of "),      QStringLiteral("pressure, "), QStringLiteral("\"design\" "),
-        QStringLiteral(u"façade "), QStringLiteral("engineer "), QStringLiteral("committee.\n")};
-    static const std::array otherWords = {QStringLiteral(u"橋の設計"), QStringLiteral(u"실패한 기록 "),
-                                          QStringLiteral(u"工程师的警告，"),
-                                          QStringLiteral(u"「見直し」")};
+        QStringLiteral(u"façade "), QStringLiteral("engineer "),  QStringLiteral("committee.\n")};
+    static const std::array otherWords = {
+        QStringLiteral(u"橋の設計"), QStringLiteral(u"실패한 기록 "),
+        QStringLiteral(u"工程师的警告，"), QStringLiteral(u"「見直し」")};
     QString result;
     while (result.size() < length) {
         result += latin ? latinWords[random() % latinWords.size()]
@@ -51,9 +51,13 @@ SearchPage page(int count, int summaryLength) {
 
 } // namespace
 
-SearchPage SampleRecords::shortCards() { return page(20000, 240); }
+SearchPage SampleRecords::shortCards() {
+    return page(20000, 240);
+}
 
-SearchPage SampleRecords::longCards() { return page(2000, 4700); }
+SearchPage SampleRecords::longCards() {
+    return page(2000, 4700);
+}
 
 LocalLibrary SampleRecords::library() {
     std::mt19937 random(2);

@@ -5,7 +5,11 @@ add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH 
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     add_compile_options(-Wno-unknown-warning-option)
     if(NOT APPLE)
-        add_link_options(-fuse-ld=lld)
+        # The linker of the compiler's own version: an older one cannot read its link-time code.
+        get_filename_component(compiler_folder ${CMAKE_CXX_COMPILER} REALPATH)
+        get_filename_component(compiler_folder ${compiler_folder} DIRECTORY)
+        find_program(QUILLMERE_LINKER ld.lld HINTS ${compiler_folder} NO_DEFAULT_PATH REQUIRED)
+        add_link_options(--ld-path=${QUILLMERE_LINKER})
     endif()
 endif()
 

@@ -17,6 +17,7 @@ constexpr auto address = "127.0.0.1";
 
 /// An open connection holds a thread even while it is silent, and one client may keep six of them.
 constexpr std::size_t threadCount = 16;
+constexpr int waitingConnections = 128;
 /// How long a silent connection is kept, and thus how long the end of the service can take.
 constexpr auto keepAliveSeconds = 2;
 constexpr std::size_t requestsOfOneConnection = 1000;
@@ -58,7 +59,8 @@ void Service::setUpServer() {
     // word on the first.
     m_server.set_tcp_nodelay(true);
     // The library's own choice would let a second service share the port.
-    m_server.set_socket_options([](socket_t socket) {
+    m_server.set_socket_options([this](socket_t socket) {
+        m_listener = socket;
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     });
@@ -97,6 +99,8 @@ void Service::bindPort() {
     if (m_port < 0)
         throw std::runtime_error("Port " + std::to_string(m_options.port) + " of " + address +
                                  " is taken or may not be used. Is the service running already?");
+    // The library lets only five wait. The sixth of a burst would try again after a whole second.
+    ::listen(m_listener, waitingConnections);
 }
 
 void Service::openCollection() {

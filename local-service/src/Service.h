@@ -53,5 +53,6 @@ private:
     std::unique_ptr<Database> m_database;
     std::unique_ptr<CaseStore> m_cases;
     httplib::Server m_server;
+    socket_t m_listener = -1;
     std::future<bool> m_listening;
 };

@@ -3,12 +3,15 @@
 #include "app/WindowOpener.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/DesktopBrowser.h"
+#include "platform/DesktopCredentialStore.h"
 #include "platform/QtTransport.h"
 #include "platform/SettingsPreferences.h"
 #include "platform/SystemClock.h"
+#include "platform/SystemFiles.h"
 #include "presentation/Appearance.h"
 #include "presentation/Fonts.h"
 #include "presentation/SymbolImages.h"
+#include "storage/LibraryDisk.h"
 #include "store/AppStore.h"
 
 #include <QGuiApplication>
@@ -16,14 +19,7 @@
 #include <QQuickStyle>
 #include <QTimer>
 
-#include <cstring>
-
 namespace {
-
-QString preferencesName() {
-    const bool released = std::strcmp(BuildSettings::bundleId, "chat.quillmere.mac") == 0;
-    return released ? QStringLiteral("Quillmere") : QStringLiteral("Quillmere.Local");
-}
 
 void followLanguage(const AppStore &store) {
     Fonts::shared().setLanguage(store.effectiveLanguage());
@@ -42,11 +38,15 @@ int main(int argc, char **argv) {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     QtTransport transport;
-    SettingsPreferences preferences(preferencesName());
+    const auto ownName = LibraryDisk::directoryName(QLatin1String(BuildSettings::bundleId));
+    SettingsPreferences preferences(ownName);
     SystemClock clock;
     DesktopBrowser browser;
     DesktopAppearance desktop;
-    const Platform platform{transport, preferences, clock, browser, desktop};
+    SystemFiles files;
+    DesktopCredentialStore credentials(files, SystemFiles::stateDirectory() + u'/' + ownName,
+                                       QStringLiteral("Quillmere"));
+    const Platform platform{transport, preferences, clock, browser, desktop, files, credentials};
 
     const Appearance appearance(preferences, desktop);
     AppStore store(platform);

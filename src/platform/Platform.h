@@ -3,6 +3,7 @@
 class Browser;
 class Clock;
 class CredentialStore;
+class Files;
 class Preferences;
 class SystemAppearance;
 class Transport;
@@ -15,4 +16,6 @@ struct Platform {
     Clock &clock;
     Browser &browser;
     SystemAppearance &appearance;
+    Files &files;
+    CredentialStore &credentials;
 };

@@ -165,13 +165,19 @@ public:
 
     void cancel() {
         m_cancelled = true;
-        m_reply->abort();
+        abort();
     }
 
 private:
     void end(URLError::Code code) {
         m_failure = code;
-        m_reply->abort();
+        abort();
+    }
+
+    void abort() {
+        // A reply that has failed already is about to say so.
+        if (m_reply->error() == QNetworkReply::NoError)
+            m_reply->abort();
     }
 
     void received() {

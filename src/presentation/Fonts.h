@@ -62,8 +62,6 @@ class Fonts final : public QObject {
     Q_PROPERTY(qreal title MEMBER title CONSTANT FINAL)
 
 public:
-    using QObject::QObject;
-
     static Fonts &shared();
     static Fonts *create(QQmlEngine *, QJSEngine *);
 
@@ -82,5 +80,8 @@ Q_SIGNALS:
     void faceChanged();
 
 private:
+    // QML would make one of its own if it could.
+    Fonts() = default;
+
     TypeFace m_face;
 };

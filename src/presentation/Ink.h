@@ -33,8 +33,6 @@ class Ink final : public QObject {
     Q_PROPERTY(QColor online READ online CONSTANT FINAL)
 
 public:
-    using QObject::QObject;
-
     /// The one palette of the process, which QML sees as `Ink`.
     static Ink &shared();
     static Ink *create(QQmlEngine *, QJSEngine *);
@@ -71,6 +69,9 @@ Q_SIGNALS:
     void darkChanged();
 
 private:
+    // QML would make one of its own if it could.
+    Ink() = default;
+
     QColor dynamic(QRgb dark, QRgb light) const { return QColor::fromRgb(m_dark ? dark : light); }
 
     bool m_dark = false;

@@ -12,6 +12,7 @@ T.ScrollBar {
     padding: 3
     minimumSize: 0.06
     visible: size < 1
+    Accessible.ignored: true
 
     contentItem: Rectangle {
         radius: 3

@@ -39,10 +39,12 @@ void JsonDecoder::read(Value value, Date &target, DateForm dates) {
     check(value.get_double().get(number), "expected a date");
     if (dates == DateForm::secondsSince2001)
         number = number * 1000 + static_cast<double>(millisecondsTo2001);
-    // Beyond this a double no longer tells milliseconds apart.
-    if (!(std::abs(number) < 9e15))
+    number = std::round(number);
+    // Beyond this a double of seconds no longer tells milliseconds apart. Both forms have the one
+    // limit, or a date from the service could make a file that cannot be read.
+    if (!(std::abs(number) < 4e15))
         fail("a date out of range");
-    target.milliseconds = std::llround(number);
+    target.milliseconds = static_cast<qint64>(number);
 }
 
 void JsonDecoder::skip(Value value, int depth) {

@@ -26,7 +26,9 @@ using Object = simdjson::ondemand::object;
 /// Deeper nesting than this is refused, as untrusted text may not decide how deep the stack grows.
 inline constexpr int maximumDepth = 512;
 
-[[noreturn]] inline void fail(const std::string &what) { throw DecodingError(what); }
+[[noreturn]] inline void fail(const std::string &what) {
+    throw DecodingError(what);
+}
 
 inline void check(simdjson::error_code error, const char *what) {
     if (error != simdjson::SUCCESS)
@@ -37,10 +39,20 @@ inline void check(simdjson::error_code error, const char *what) {
 /// looking at it, and a broken text would pass.
 void skip(Value value, int depth);
 
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+inline QString fromUtf8(std::string_view text) {
+    auto result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    // A mark at the start of a text is a part of it, but QString drops it.
+    if (text.starts_with(byteOrderMark))
+        result.prepend(QChar(QChar::ByteOrderMark));
+    return result;
+}
+
 inline void read(Value value, QString &target, DateForm) {
     std::string_view text;
     check(value.get_string().get(text), "expected a text");
-    target = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    target = fromUtf8(text);
 }
 
 inline void read(Value value, bool &target, DateForm) {
@@ -100,8 +112,7 @@ void read(Value value, QHash<QString, Mapped> &target, DateForm dates) {
         check(std::move(result).get(pair), "broken object");
         std::string_view key;
         check(pair.unescaped_key().get(key), "broken key");
-        read(pair.value(), target[QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))],
-             dates);
+        read(pair.value(), target[fromUtf8(key)], dates);
     }
 }
 
@@ -112,7 +123,8 @@ inline constexpr bool isOptional<std::optional<Wrapped>> = true;
 
 template <CodedRecord Record>
 void readObject(Object object, Record &target, DateForm dates) {
-    constexpr auto count = std::tuple_size_v<std::remove_cvref_t<decltype(JsonFields<Record>::table)>>;
+    constexpr auto count =
+        std::tuple_size_v<std::remove_cvref_t<decltype(JsonFields<Record>::table)>>;
     std::array<bool, count> seen{};
 
     for (auto result : object) {
@@ -125,6 +137,9 @@ void readObject(Object object, Record &target, DateForm dates) {
         std::size_t index = 0;
         forEachField<Record>([&](const auto &field) {
             if (!known && field.key == key) {
+                // Of a repeated key only the last value counts.
+                if (seen[index])
+                    target.*field.member = std::remove_cvref_t<decltype(target.*field.member)>();
                 read(pair.value(), target.*field.member, dates);
                 seen[index] = true;
                 known = true;
@@ -156,11 +171,13 @@ template <CodedRecord Record>
 Record readDocument(QByteArray text, DateForm dates) {
     const auto length = static_cast<std::size_t>(text.size());
     text.reserve(text.size() + static_cast<qsizetype>(simdjson::SIMDJSON_PADDING));
+    // Some versions of the parser pass over the mark, others refuse it.
+    if (text.startsWith(byteOrderMark.data()))
+        fail("a byte order mark");
 
     simdjson::ondemand::parser parser;
     simdjson::ondemand::document document;
-    check(parser
-              .iterate(text.constData(), length, static_cast<std::size_t>(text.capacity()))
+    check(parser.iterate(text.constData(), length, static_cast<std::size_t>(text.capacity()))
               .get(document),
           "not a JSON text");
     Object object;

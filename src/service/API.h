@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CancellationError.h"
 #include "platform/Task.h"
 #include "platform/Transport.h"
 #include "records/Json.h"
@@ -78,7 +79,7 @@ private:
     /// Static, and with its own copies, because it outlives the value that it was called on.
     template <class Record>
     static Task<Record> call(Transport &transport, HttpRequest request, std::stop_token stop) {
-        auto body = successfulBody(transport, std::move(request), std::move(stop));
+        auto body = successfulBody(transport, std::move(request), stop);
         QByteArray text = co_await body;
         if (text.size() <= decodedInPlace)
             co_return Json::decode<Record>(std::move(text));
@@ -92,6 +93,8 @@ private:
             }
         });
         Outcome outcome = co_await decoding;
+        if (stop.stop_requested())
+            throw CancellationError();
         if (auto *error = std::get_if<std::exception_ptr>(&outcome))
             std::rethrow_exception(*error);
         co_return std::move(std::get<Record>(outcome));

@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
 #include "storage/LibraryDisk.h"
+#include "storage/TokenVault.h"
 #include "store/ErrorText.h"
 
 #include <algorithm>
@@ -24,7 +25,9 @@ QString initialBase(const Preferences &preferences) {
 } // namespace
 
 AppStore::AppStore(Platform platform, QObject *parent)
-    : QObject(parent), m_platform(platform), m_baseString(initialBase(platform.preferences)),
+    : QObject(parent),
+      m_platform(platform),
+      m_baseString(initialBase(platform.preferences)),
       m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))) {
     m_chat.title = QStringLiteral("New conversation");
     m_chat.updatedAt = Date::from(platform.clock.now());
@@ -101,17 +104,26 @@ void AppStore::setConnecting(bool connecting) {
 }
 
 QString AppStore::libraryKey() const {
-    return LibraryDisk::key(m_baseString, m_account ? std::optional(m_account->user.id)
-                                                    : std::nullopt);
+    return LibraryDisk::key(m_baseString,
+                            m_account ? std::optional(m_account->user.id) : std::nullopt);
 }
 
 QString AppStore::requestBase() const {
     return API::validBase(m_baseString).value_or(QString(localService));
 }
 
-API AppStore::api() const { return API(requestBase(), std::nullopt, m_platform.transport); }
+API AppStore::api() const {
+    auto token = m_account ? TokenVault::read(m_platform.credentials, m_baseString) : std::nullopt;
+    return API(requestBase(), std::move(token), m_platform.transport);
+}
 
-void AppStore::replaceGeneration() { m_generation = Identifier::make(); }
+void AppStore::setAccount(const std::optional<Account> &account) {
+    publish(m_account, account, &AppStore::accountChanged);
+}
+
+void AppStore::replaceGeneration() {
+    m_generation = Identifier::make();
+}
 
 QString AppStore::describe(std::exception_ptr error) const {
     return ErrorText::describe(std::move(error), effectiveLanguage());

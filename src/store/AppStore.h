@@ -9,6 +9,7 @@
 #include "records/Library.h"
 #include "records/Wall.h"
 #include "service/API.h"
+#include "storage/LibraryEncoder.h"
 #include "store/ArchiveModel.h"
 #include "store/Marker.h"
 
@@ -17,12 +18,14 @@
 
 #include <exception>
 #include <optional>
+#include <type_traits>
 
 /// The one state of the program: everything that more than one screen sees. Made once, kept to the
-/// process's end, used on the main thread only. Screens read its properties and call its operations.
+/// process's end, used on the main thread only. Screens read its properties and call its
+/// operations.
 ///
-/// An operation that waits is a Task for other code, and a `begin...` call for a screen, which starts
-/// it and returns at once.
+/// An operation that waits is a Task for other code, and a `begin...` call for a screen, which
+/// starts it and returns at once.
 class AppStore final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString baseString READ baseString NOTIFY baseStringChanged FINAL)
@@ -31,8 +34,10 @@ class AppStore final : public QObject {
     Q_PROPERTY(Archive lead READ lead NOTIFY archivesChanged FINAL)
     Q_PROPERTY(bool connected READ isConnected NOTIFY healthChanged FINAL)
     Q_PROPERTY(Health health READ healthRecord NOTIFY healthChanged FINAL)
-    Q_PROPERTY(QString destination READ destination WRITE setDestination NOTIFY destinationChanged FINAL)
-    Q_PROPERTY(QString language READ languageValue WRITE setLanguageValue NOTIFY languageChanged FINAL)
+    Q_PROPERTY(
+        QString destination READ destination WRITE setDestination NOTIFY destinationChanged FINAL)
+    Q_PROPERTY(
+        QString language READ languageValue WRITE setLanguageValue NOTIFY languageChanged FINAL)
     Q_PROPERTY(Words words READ words NOTIFY wordsChanged FINAL)
     Q_PROPERTY(QStringList selectedArchives READ selectedArchives WRITE setSelectedArchives NOTIFY
                    selectedArchivesChanged FINAL)
@@ -40,12 +45,22 @@ class AppStore final : public QObject {
     Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged FINAL)
     Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged FINAL)
     Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged FINAL)
+    Q_PROPERTY(bool wallLoading READ isWallLoading NOTIFY wallLoadingChanged FINAL)
+    Q_PROPERTY(bool wallOffline READ isWallOffline NOTIFY wallOfflineChanged FINAL)
+    Q_PROPERTY(QString wallError READ wallErrorText NOTIFY wallErrorChanged FINAL)
+    Q_PROPERTY(bool pinning READ isPinning NOTIFY pinningChanged FINAL)
+    Q_PROPERTY(
+        bool openingMembership READ isOpeningMembership NOTIFY openingMembershipChanged FINAL)
+    Q_PROPERTY(
+        bool refreshingAccount READ isRefreshingAccount NOTIFY refreshingAccountChanged FINAL)
+    Q_PROPERTY(bool syncing READ isSyncing NOTIFY syncingChanged FINAL)
+    Q_PROPERTY(QString syncStatus READ syncStatus NOTIFY syncStatusChanged FINAL)
 
 public:
     explicit AppStore(Platform platform, QObject *parent = nullptr);
 
-    /// The server address as the user or the settings gave it, valid or not. Key of the token, of the
-    /// library file and of the profile copy.
+    /// The server address as the user or the settings gave it, valid or not. Key of the token, of
+    /// the library file and of the profile copy.
     const QString &baseString() const { return m_baseString; }
 
     /// In the service's order.
@@ -65,8 +80,8 @@ public:
     const std::optional<Account> &account() const { return m_account; }
     const LocalLibrary &library() const { return m_library; }
 
-    /// The screen on display: "home", "chat", "wall", "history", "account", "all", "saved" or the id
-    /// of an archive.
+    /// The screen on display: "home", "chat", "wall", "history", "account", "all", "saved" or the
+    /// id of an archive.
     const QString &destination() const { return m_destination; }
     void setDestination(const QString &destination);
 
@@ -98,9 +113,39 @@ public:
     const Conversation &chat() const { return m_chat; }
     const QList<WallItem> &wall() const { return m_wall; }
     int wallCount() const { return static_cast<int>(m_wall.size()); }
+    /// The wall is being fetched.
+    bool isWallLoading() const { return m_wallLoading; }
+    /// The wall on display is the copy of this machine.
+    bool isWallOffline() const { return m_wallOffline; }
+    /// Failure of the last fetch of the wall.
+    const std::optional<QString> &wallError() const { return m_wallError; }
+    QString wallErrorText() const { return m_wallError.value_or(QString()); }
+    /// What is being pinned or unpinned.
+    const QSet<QString> &wallMutations() const { return m_wallMutations; }
+    bool isPinning() const { return m_pinning; }
+
+    /// The service's last word on the questions of the account.
+    const std::optional<Quota> &quota() const { return m_quota; }
+    bool isOpeningMembership() const { return m_openingMembership; }
+    bool isRefreshingAccount() const { return m_refreshingAccount; }
+    const QSet<QString> &requestedCases() const { return m_requestedCases; }
+    /// Requests for cases that are under way.
+    const QSet<QString> &requestingCases() const { return m_requestingCases; }
+
+    bool isSyncing() const { return m_syncing; }
+    const QString &syncStatus() const { return m_syncStatus; }
 
     /// Names the library file of this server and user.
     QString libraryKey() const;
+
+    /// Brings in the library of this server and user, to be called when that may have changed, and
+    /// clears what belonged to the one before. A file that cannot be read stays as it is: the
+    /// library is then empty, and nothing is saved before another load succeeds. Never throws.
+    void loadLibrary();
+
+    /// Writes the library, to be called after each change of it. A failure ends in `notice`, and
+    /// the next call tries again with the whole library. Never throws.
+    void persist();
 
     /// Made afresh for each piece of work. Carries the token only while there is an account.
     API api() const;
@@ -130,9 +175,24 @@ Q_SIGNALS:
     void connectingChanged();
     void chatChanged();
     void wallChanged();
+    void wallLoadingChanged();
+    void wallOfflineChanged();
+    void wallErrorChanged();
+    void wallMutationsChanged();
+    void pinningChanged();
+    void quotaChanged();
+    void openingMembershipChanged();
+    void refreshingAccountChanged();
+    void requestedCasesChanged();
+    void requestingCasesChanged();
+    void syncingChanged();
+    void syncStatusChanged();
     void libraryKeyChanged();
 
 private:
+    /// Tests put an account or a library in place that no operation of theirs is about.
+    friend class StoreAccess;
+
     struct Catalogue {
         Health health;
         QList<Archive> archives;
@@ -144,6 +204,18 @@ private:
     QString requestBase() const;
     QString describe(std::exception_ptr error) const;
     void setConnecting(bool connecting);
+    void setAccount(const std::optional<Account> &account);
+    void setLibrary(const LocalLibrary &library);
+
+    /// Tells the screens only of what really is another value.
+    template <class Value>
+    void publish(Value &field, const std::type_identity_t<Value> &value,
+                 void (AppStore::*changed)()) {
+        if (field == value)
+            return;
+        field = value;
+        Q_EMIT(this->*changed)();
+    }
 
     Platform m_platform;
 
@@ -159,7 +231,22 @@ private:
     bool m_connecting = false;
     Conversation m_chat;
     QList<WallItem> m_wall;
+    bool m_wallLoading = false;
+    bool m_wallOffline = false;
+    std::optional<QString> m_wallError;
+    QSet<QString> m_wallMutations;
+    bool m_pinning = false;
+    std::optional<Quota> m_quota;
+    bool m_openingMembership = false;
+    bool m_refreshingAccount = false;
+    QSet<QString> m_requestedCases;
+    QSet<QString> m_requestingCases;
+    bool m_syncing = false;
+    QString m_syncStatus = QStringLiteral("Sign in to sync across devices.");
     std::optional<qint64> m_chatBaseVersion;
+    /// False while saving is paused, to protect a file that could not be read.
+    bool m_libraryWritable = true;
+    LibraryEncoder m_libraryEncoder;
 
     /// Identity of the current account and server context.
     Identifier m_generation = Identifier::make();

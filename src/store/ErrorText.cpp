@@ -2,6 +2,7 @@
 
 #include "copy/Copy.h"
 #include "platform/CancellationError.h"
+#include "platform/FileError.h"
 #include "platform/URLError.h"
 #include "records/DecodingError.h"
 #include "service/ServiceError.h"
@@ -28,6 +29,9 @@ QString ErrorText::describe(std::exception_ptr error, AppLanguage language) {
         return failure.errorDescription();
     } catch (const URLError &failure) {
         return ::describe(failure, language);
+    } catch (const FileError &failure) {
+        return translated(QLatin1String("fileError.") + FileError::name(failure.code()), language,
+                          failure.localizedDescription());
     } catch (const DecodingError &failure) {
         return translated(QStringLiteral("decodingError"), language,
                           failure.localizedDescription());

@@ -49,9 +49,11 @@ Task<void> AppStore::connect() {
         const API anonymous(requestBase(), std::nullopt, m_platform.transport);
         auto fetching = fetchCatalogue(anonymous, locale());
         const Catalogue catalogue = co_await fetching;
-        if (marker.holds()) {
+        if (marker.holds() && m_health != catalogue.health) {
             m_health = catalogue.health;
             Q_EMIT healthChanged();
+        }
+        if (marker.holds() && m_archives.items() != catalogue.archives) {
             m_archives.setItems(catalogue.archives);
             Q_EMIT archivesChanged();
         }
@@ -59,6 +61,8 @@ Task<void> AppStore::connect() {
         if (marker.holds())
             setNotice(describe(std::current_exception()));
     }
+    if (marker.holds())
+        loadLibrary();
     if (marker.holds())
         setConnecting(false);
 }

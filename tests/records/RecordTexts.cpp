@@ -23,7 +23,8 @@ const std::string entry = R"({"id": "c1", "key": "foible:c1", "archive": "foible
     "date?": "1941"}], "locale": "en", "canonicalUrl": "https://example.org/c1",
     "tradeOut?": "t", "relevance?": "r", "lesson?": "l",
     "hero?": {"url": "https://example.org/h.jpg", "kind?": "photo", "label?": "The span"},
-    "related?": [)" + card + R"(], "stage?": "s", "provenance?": "p", "noLaugh?": true,
+    "related?": [)" + card +
+                          R"(], "stage?": "s", "provenance?": "p", "noLaugh?": true,
     "grade?": "A", "year?": 1940})";
 
 const std::string user =
@@ -50,23 +51,29 @@ const std::string wallItem = R"({"id": "w1", "kind": "save", "site?": "foible", 
 
 const std::string change = R"({"opId": "6F9619FF-8B86-D011-B42D-00CF4FC964FF",
     "kind": "saved", "key": "foible:c1", "baseVersion": 0, "deleted": false,
-    "card?": )" + card + R"(, "conversation?": )" + conversation + "}";
+    "card?": )" + card + R"(, "conversation?": )" +
+                           conversation + "}";
 
 const std::string reply = R"({"revision": 12, "records": [{"kind": "saved", "key": "foible:c1",
-    "version": 3, "deleted": true, "card?": )" + card + R"(, "conversation?": )" + conversation +
-    R"(}], "accepted?": ["op1", "op2"],
+    "version": 3, "deleted": true, "card?": )" +
+                          card + R"(, "conversation?": )" + conversation +
+                          R"(}], "accepted?": ["op1", "op2"],
     "conflicts?": [{"originalKey": "o", "preservedKey": "p"}]})";
 
-const std::string library = R"({"saved": [)" + card + R"(], "conversations": [)" + conversation +
+const std::string library =
+    R"({"saved": [)" + card + R"(], "conversations": [)" + conversation +
     R"(], "sync?": {"versions": {"saved|foible:c1*": 9007199254740993, "*": 1},
-    "pending": [)" + change + "]}}";
+    "pending": [)" +
+    change + "]}}";
 
 template <class Record>
 QByteArray recode(const QByteArray &text, DateForm dates) {
     return Json::encode(Json::decode<Record>(text, dates), dates);
 }
 
-std::string items(const std::string &element) { return R"({"items": [)" + element + "]}"; }
+std::string items(const std::string &element) {
+    return R"({"items": [)" + element + "]}";
+}
 
 } // namespace
 
@@ -98,8 +105,7 @@ const std::vector<RecordText> &recordTexts() {
         {"Account", "{" + accountRest + "}", recode<Account>},
         {"Login", R"({"token": "t", )" + accountRest + "}", recode<Login>},
         {"Quota", R"({"plan": "free", "used": 3, "limit": 10})", recode<Quota>},
-        {"ChatEvent",
-         R"({"type": "delta", "text?": "W", "items?": [)" + card + R"(], "mode?": "m",
+        {"ChatEvent", R"({"type": "delta", "text?": "W", "items?": [)" + card + R"(], "mode?": "m",
              "message?": "x", "archive?": "foible", "stage?": "s", "summary?": "y"})",
          recode<ChatEvent>},
         {"Conversation", conversation, recode<Conversation>},

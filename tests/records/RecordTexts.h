@@ -11,8 +11,8 @@
 /// A record's full JSON text, and the codec for it with the type taken away.
 struct RecordText {
     const char *name;
-    /// Every key that the service's contract knows, in the contract's order. A key that may be absent
-    /// or null ends in "?"; a key of a map, which may be absent and not null, ends in "*".
+    /// Every key that the service's contract knows, in the contract's order. A key that may be
+    /// absent or null ends in "?"; a key of a map, which may be absent and not null, ends in "*".
     std::string annotated;
     QByteArray (*recode)(const QByteArray &text, DateForm dates);
 

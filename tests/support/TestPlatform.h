@@ -3,6 +3,8 @@
 #include "platform/Platform.h"
 #include "tests/support/FixedAppearance.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/MemoryCredentials.h"
+#include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
 #include "tests/support/RecordingBrowser.h"
 
@@ -14,6 +16,10 @@ struct TestPlatform {
     ManualClock clock;
     RecordingBrowser browser;
     FixedAppearance appearance;
+    MemoryFiles files;
+    MemoryCredentials credentials;
 
-    Platform platform() { return {transport, preferences, clock, browser, appearance}; }
+    Platform platform() {
+        return {transport, preferences, clock, browser, appearance, files, credentials};
+    }
 };

@@ -1,0 +1,64 @@
+// The library of the current server and user: in from its file, and out again.
+#include "storage/LibraryDisk.h"
+#include "store/AppStore.h"
+#include "sync/LibrarySync.h"
+
+namespace {
+
+const QString unreadable = QStringLiteral(
+    "Could not read the library saved on this Mac. Existing files have been kept; saving is "
+    "disabled until they can be recovered.");
+const QString paused = QStringLiteral("Saving is paused to protect the existing library file.");
+const QString notSaved = QStringLiteral("Could not save changes on this Mac. ");
+const QString guestStatus = QStringLiteral("Guest library stays on this Mac.");
+
+} // namespace
+
+void AppStore::setLibrary(const LocalLibrary &library) {
+    // Not compared: both may be long, and whoever sets a library has another one.
+    m_library = library;
+    Q_EMIT libraryChanged();
+}
+
+void AppStore::loadLibrary() {
+    publish(m_wall, {}, &AppStore::wallChanged);
+    publish(m_wallLoading, false, &AppStore::wallLoadingChanged);
+    publish(m_wallError, {}, &AppStore::wallErrorChanged);
+    publish(m_wallOffline, false, &AppStore::wallOfflineChanged);
+    publish(m_wallMutations, {}, &AppStore::wallMutationsChanged);
+    publish(m_pinning, false, &AppStore::pinningChanged);
+    publish(m_quota, {}, &AppStore::quotaChanged);
+    publish(m_openingMembership, false, &AppStore::openingMembershipChanged);
+    publish(m_refreshingAccount, false, &AppStore::refreshingAccountChanged);
+    publish(m_requestedCases, {}, &AppStore::requestedCasesChanged);
+    publish(m_requestingCases, {}, &AppStore::requestingCasesChanged);
+
+    std::optional<LocalLibrary> library;
+    try {
+        library = LibraryDisk::load(m_platform.files, libraryKey());
+    } catch (...) {
+        // Whatever the reason, the file stays and nothing is written over it.
+    }
+    if (library && m_account)
+        LibrarySync::prepare(*library);
+    m_libraryWritable = library.has_value();
+    setLibrary(library.value_or(LocalLibrary()));
+    if (!library)
+        setNotice(unreadable);
+    else if (m_account)
+        persist();
+    else
+        publish(m_syncStatus, guestStatus, &AppStore::syncStatusChanged);
+}
+
+void AppStore::persist() {
+    if (!m_libraryWritable) {
+        setNotice(paused);
+        return;
+    }
+    try {
+        LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, libraryKey());
+    } catch (...) {
+        setNotice(notSaved + describe(std::current_exception()));
+    }
+}

@@ -1,0 +1,110 @@
+#include "records/ArchiveStyle.h"
+#include "records/Json.h"
+#include "records/Wall.h"
+#include "tests/records/RecordTexts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+WallItem pinnedCase() {
+    WallItem item;
+    item.id = QStringLiteral("w1");
+    item.kind = QStringLiteral("save");
+    item.site = QStringLiteral("lumen");
+    item.caseId = QStringLiteral("c7");
+    return item;
+}
+
+WallItem pinnedChat(const QByteArray &body) {
+    WallItem item;
+    item.id = QStringLiteral("w2");
+    item.kind = QStringLiteral("chat");
+    item.body = QString::fromUtf8(body);
+    item.createdAt = 1700000000000;
+    return item;
+}
+
+} // namespace
+
+TEST(WallItemTest, TheSiteNamesAnArchiveInThreeForms) {
+    auto item = pinnedCase();
+    for (const auto &archive : ArchiveStyle::ids()) {
+        const auto domain = ArchiveStyle::domain(archive);
+        for (const auto &site : {archive, domain, QString(domain).replace(u'.', u'-')}) {
+            item.site = site;
+            EXPECT_EQ(item.archiveID(), archive) << site.toStdString();
+        }
+        for (const auto &site : {archive.toUpper(), domain + u'.', archive + u'-', QString()}) {
+            item.site = site;
+            EXPECT_EQ(item.archiveID(), std::nullopt) << site.toStdString();
+        }
+    }
+    item.site.reset();
+    EXPECT_EQ(item.archiveID(), std::nullopt);
+}
+
+TEST(WallItemTest, ACardNeedsAKnownArchiveAndACase) {
+    auto item = pinnedCase();
+    item.caseId.reset();
+    EXPECT_EQ(item.caseCard(), std::nullopt);
+    item = pinnedCase();
+    item.site = QStringLiteral("elsewhere.example");
+    EXPECT_EQ(item.caseCard(), std::nullopt);
+}
+
+TEST(WallItemTest, ACardTakesTheBestTextsThatTheItemHas) {
+    auto item = pinnedCase();
+    CaseCard expected;
+    expected.id = QStringLiteral("c7");
+    expected.key = QStringLiteral("lumen:c7");
+    expected.archive = QStringLiteral("lumen");
+    expected.title = QStringLiteral("c7");
+    expected.locale = QStringLiteral("en");
+    EXPECT_EQ(item.caseCard(), expected);
+
+    item.card = WallCard{QStringLiteral("1940s"), QStringLiteral("card title"),
+                         QStringLiteral("problem"), std::nullopt};
+    expected.era = QStringLiteral("1940s");
+    expected.title = QStringLiteral("card title");
+    expected.summary = QStringLiteral("problem");
+    EXPECT_EQ(item.caseCard(), expected);
+
+    item.title = QStringLiteral("item title");
+    item.card->highlight = QStringLiteral("highlight");
+    expected.title = QStringLiteral("item title");
+    expected.summary = QStringLiteral("highlight");
+    EXPECT_EQ(item.caseCard(), expected);
+
+    // An empty text is a text.
+    item.title = QString();
+    item.card->highlight = QString();
+    expected.title = QString();
+    expected.summary = QString();
+    EXPECT_EQ(item.caseCard(), expected);
+}
+
+TEST(WallItemTest, AChatStandsUnderTheItemsOwnIdAndDate) {
+    const auto body = recordText("SavedChat").text();
+    auto expected = Json::decode<SavedChat>(body);
+    ASSERT_NE(expected.id, QStringLiteral("w2"));
+    expected.id = QStringLiteral("w2");
+    expected.savedAt = 1700000000000;
+    EXPECT_EQ(pinnedChat(body).chat(), expected);
+
+    const auto bare = pinnedChat(R"({"lit":[],"question":"","cases":[],"turns":[]})").chat();
+    ASSERT_TRUE(bare);
+    EXPECT_EQ(bare->id, QStringLiteral("w2"));
+    EXPECT_EQ(bare->savedAt, 1700000000000);
+}
+
+TEST(WallItemTest, WithoutAReadableBodyThereIsNoChat) {
+    for (const auto *body : {"", "null", "{", "[]", "{}", R"({"lit":[],"question":"","cases":[]})"})
+        EXPECT_EQ(pinnedChat(body).chat(), std::nullopt) << body;
+    auto item = pinnedChat(recordText("SavedChat").text());
+    item.kind = QStringLiteral("Chat");
+    EXPECT_EQ(item.chat(), std::nullopt);
+    item.kind = QStringLiteral("chat");
+    item.body.reset();
+    EXPECT_EQ(item.chat(), std::nullopt);
+}

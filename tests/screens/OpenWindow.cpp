@@ -1,0 +1,93 @@
+#include "tests/screens/OpenWindow.h"
+
+#include "presentation/SymbolImages.h"
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QQuickStyle>
+
+#include <algorithm>
+
+namespace {
+
+void collect(QQuickItem *item, QList<QQuickItem *> &items) {
+    if (!item->isVisible())
+        return;
+    items.append(item);
+    for (auto *child : item->childItems())
+        collect(child, items);
+}
+
+QString accessibleName(QQuickItem *item) {
+    auto *interface = QAccessible::queryAccessibleInterface(item);
+    return interface ? interface->text(QAccessible::Name) : QString();
+}
+
+} // namespace
+
+OpenWindow::OpenWindow(AppStore &store) : m_windows(m_engine, store) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    QAccessible::setActive(true);
+    m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    m_engine.addImageProvider(QStringLiteral("symbol"), new SymbolImages);
+    m_windows.open();
+}
+
+OpenWindow::~OpenWindow() { qDeleteAll(windows()); }
+
+QList<QQuickWindow *> OpenWindow::windows() const {
+    QList<QQuickWindow *> result;
+    for (auto *window : QGuiApplication::topLevelWindows()) {
+        if (auto *quick = qobject_cast<QQuickWindow *>(window))
+            result.append(quick);
+    }
+    return result;
+}
+
+QQuickWindow *OpenWindow::window() const {
+    return windows().isEmpty() ? nullptr : windows().first();
+}
+
+QList<QQuickItem *> OpenWindow::visibleItems() const {
+    QList<QQuickItem *> items;
+    for (auto *window : windows())
+        collect(window->contentItem(), items);
+    return items;
+}
+
+bool OpenWindow::shows(const QString &name) const {
+    const auto items = visibleItems();
+    return std::any_of(items.begin(), items.end(),
+                       [&](QQuickItem *item) { return accessibleName(item) == name; });
+}
+
+QList<QQuickItem *> OpenWindow::buttons(const QString &name) const {
+    auto items = visibleItems();
+    items.removeIf([&](QQuickItem *item) {
+        auto *interface = QAccessible::queryAccessibleInterface(item);
+        return !interface || interface->role() != QAccessible::Button ||
+               accessibleName(item) != name;
+    });
+    return items;
+}
+
+QList<QQuickItem *> OpenWindow::ofType(const QString &type) const {
+    auto items = visibleItems();
+    items.removeIf([&](QQuickItem *item) {
+        return !QString::fromLatin1(item->metaObject()->className())
+                    .startsWith(type + QLatin1String("_QML"));
+    });
+    return items;
+}
+
+bool OpenWindow::press(const QString &name) const {
+    const auto found = buttons(name);
+    if (found.isEmpty())
+        return false;
+    auto *action = QAccessible::queryAccessibleInterface(found.first())->actionInterface();
+    if (!action)
+        return false;
+    action->doAction(QAccessibleActionInterface::pressAction());
+    return true;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A session bus of this test alone, and a real keyring on it. Both end with the object, and with
+/// the process.
+class PrivateKeyring final {
+public:
+    PrivateKeyring();
+    ~PrivateKeyring();
+    Q_DISABLE_COPY_MOVE(PrivateKeyring)
+
+    /// Starts the bus and makes it this process's own.
+    bool startBus();
+    /// Starts the keyring, unlocked.
+    bool startKeyring();
+    void lockKeyring();
+
+    /// Stops the keyring in its tracks, or lets it go on.
+    void setFrozen(bool frozen);
+
+private:
+    std::unique_ptr<QProcess> process() const;
+
+    QTemporaryDir m_home;
+    std::unique_ptr<QProcess> m_bus;
+    std::unique_ptr<QProcess> m_keyring;
+    QString m_address;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "store/AppStore.h"
+
+/// Puts a store into a state that takes a whole login or a sync otherwise.
+class StoreAccess final {
+public:
+    static void setAccount(AppStore &store, const std::optional<QString> &user) {
+        std::optional<Account> account;
+        if (user) {
+            account.emplace();
+            account->user.id = *user;
+        }
+        store.setAccount(account);
+    }
+
+    static LocalLibrary &library(AppStore &store) { return store.m_library; }
+
+    /// Fills every field that belongs to one account alone.
+    static void fillAccountFields(AppStore &store) {
+        store.m_wall.append(WallItem());
+        store.m_wallLoading = true;
+        store.m_wallOffline = true;
+        store.m_wallError = QStringLiteral("error");
+        store.m_wallMutations.insert(QStringLiteral("item"));
+        store.m_pinning = true;
+        store.m_quota.emplace();
+        store.m_openingMembership = true;
+        store.m_refreshingAccount = true;
+        store.m_requestedCases.insert(QStringLiteral("case"));
+        store.m_requestingCases.insert(QStringLiteral("case"));
+    }
+};
