@@ -93,3 +93,31 @@ LocalLibrary SampleRecords::library() {
     }
     return result;
 }
+
+LocalLibrary SampleRecords::keptLibrary() {
+    std::mt19937 random(3);
+    LocalLibrary result;
+    result.sync.emplace();
+    for (int at = 0; at < 500; ++at) {
+        result.saved.append(card(random, 240));
+        result.sync->versions.insert(QStringLiteral("saved|") + result.saved.last().key, at);
+    }
+    for (int at = 0; at < 1000; ++at) {
+        Conversation conversation;
+        conversation.title = words(random, 60);
+        conversation.updatedAt = {1700000000000 + at * 60011};
+        for (int turn = 0; turn < 10; ++turn) {
+            ChatMessage message;
+            const bool answer = turn % 2 != 0;
+            message.role = answer ? QStringLiteral("assistant") : QStringLiteral("user");
+            message.content = words(random, answer ? 700 : 100);
+            if (answer) {
+                for (int reference = 0; reference < 2; ++reference)
+                    message.references.append(card(random, 160));
+            }
+            conversation.messages.append(message);
+        }
+        result.conversations.append(conversation);
+    }
+    return result;
+}

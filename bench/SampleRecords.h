@@ -15,4 +15,8 @@ SearchPage longCards();
 /// Saved cards, conversations with long answers and their citations, and a queue of changes.
 LocalLibrary library();
 
+/// What a user of some years keeps: 1,000 conversations of ten messages with citations, and 500
+/// saved cards that the service knows.
+LocalLibrary keptLibrary();
+
 } // namespace SampleRecords

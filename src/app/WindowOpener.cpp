@@ -6,7 +6,8 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 
-WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store) : m_engine(engine), m_store(store) {}
+WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store)
+    : m_engine(engine), m_store(store) {}
 
 WindowOpener::~WindowOpener() = default;
 

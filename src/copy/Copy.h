@@ -10,8 +10,8 @@ namespace Copy {
 
 using Table = QHash<QString, QString>;
 
-/// The text of the key in the language, else in English, else the key itself: a caller sees a missing
-/// text by comparing with the key. Takes an effective language.
+/// The text of the key in the language, else in English, else the key itself: a caller sees a
+/// missing text by comparing with the key. Takes an effective language.
 QString text(const QString &key, AppLanguage language);
 
 /// The language's table, read once at its first use; empty when its file is missing or broken.

@@ -6,8 +6,8 @@
 #include <QMetaType>
 #include <QString>
 
-/// The words of one language, as a value: a screen that looks a text up through the store's property
-/// `words` is drawn again when the language changes.
+/// The words of one language, as a value: a screen that looks a text up through the store's
+/// property `words` is drawn again when the language changes.
 class Words {
     Q_GADGET
 

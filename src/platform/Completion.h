@@ -14,8 +14,8 @@
 /// A result that somebody else delivers: the border between callbacks and coroutines.
 ///
 /// One coroutine waits in result(); whoever holds a copy completes it. Only the first completion
-/// counts. The waiter goes on in a later turn of the event loop, never inside the call that completed
-/// it. All on the main thread.
+/// counts. The waiter goes on in a later turn of the event loop, never inside the call that
+/// completed it. All on the main thread.
 template <class Result>
 class Completion {
 public:

@@ -17,7 +17,8 @@ public:
 
     enum class Outcome { done, notFound, failed };
 
-    /// Awaited once before the first use, off the main thread inside: it may ask the user to unlock.
+    /// Awaited once before the first use, off the main thread inside: it may ask the user to
+    /// unlock.
     [[nodiscard]] virtual Task<void> prepare() = 0;
 
     /// Absent when there is no such item or it cannot be read.

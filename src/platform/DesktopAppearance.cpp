@@ -39,7 +39,8 @@ void DesktopAppearance::follow() {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    // Without a sender name: looking up its owner would block, and a forged colour scheme harms nobody.
+    // Without a sender name: looking up its owner would block, and a forged colour scheme harms
+    // nobody.
     bus.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(portalChanged(QString, QString, QDBusVariant)));
     auto call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));

@@ -4,8 +4,8 @@
 
 class QDBusVariant;
 
-/// Follows the desktop portal's colour scheme; without a portal, or where it states no preference, the
-/// lightness of the window palette decides.
+/// Follows the desktop portal's colour scheme; without a portal, or where it states no preference,
+/// the lightness of the window palette decides.
 class DesktopAppearance final : public SystemAppearance {
     Q_OBJECT
 

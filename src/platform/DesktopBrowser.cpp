@@ -2,4 +2,6 @@
 
 #include <QDesktopServices>
 
-bool DesktopBrowser::open(const QUrl &url) { return QDesktopServices::openUrl(url); }
+bool DesktopBrowser::open(const QUrl &url) {
+    return QDesktopServices::openUrl(url);
+}

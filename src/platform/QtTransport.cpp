@@ -135,7 +135,8 @@ bool isErrorOfStatus(QNetworkReply::NetworkError error, int status) {
 /// One request on its way, with its redirects, its silence timer and its end. Deletes itself.
 class Exchange final : public QObject {
 public:
-    Exchange(QNetworkAccessManager &shared, HttpRequest request, Completion<HttpResponse> completion)
+    Exchange(QNetworkAccessManager &shared, HttpRequest request,
+             Completion<HttpResponse> completion)
         : m_shared(shared), m_request(std::move(request)), m_completion(std::move(completion)) {
         m_silence.setSingleShot(true);
         m_silence.setInterval(m_request.timeout);
@@ -190,8 +191,7 @@ private:
         m_silence.stop();
         m_reply->deleteLater();
         const auto error = m_reply->error();
-        const auto status =
-            m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        const auto status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         if (m_cancelled) {
             m_completion.fail(std::make_exception_ptr(CancellationError()));
         } else if (m_failure) {
@@ -209,8 +209,7 @@ private:
     }
 
     bool followRedirect(int status) {
-        const auto target =
-            m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+        const auto target = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         if (status < 300 || status > 399 || target.isEmpty() || m_request.method != "GET" ||
             m_redirects == maximumRedirects)
             return false;

@@ -50,11 +50,11 @@ private:
 /// Runs the call on another thread. One that takes longer than the limit is told to end and no
 /// longer waited for; its result is absent.
 template <class Call>
-auto within(std::chrono::milliseconds limit, Call call)
+auto within(std::chrono::milliseconds limit, Call call,
+            std::shared_ptr<GCancellable> cancellable = owned(g_cancellable_new()))
     -> std::optional<std::invoke_result_t<Call, GCancellable *>> {
     std::promise<std::invoke_result_t<Call, GCancellable *>> promise;
     auto result = promise.get_future();
-    const auto cancellable = owned(g_cancellable_new());
     std::thread([call = std::move(call), promise = std::move(promise), cancellable]() mutable {
         promise.set_value(call(cancellable.get()));
     }).detach();
@@ -204,12 +204,13 @@ Task<void> SecretServiceStore::prepare() {
     if (!m_opening.isRunning()) {
         QPromise<bool> promise;
         std::promise<void> ended;
+        m_closing = owned(g_cancellable_new());
         m_opening = promise.future();
         m_openingEnded = ended.get_future();
         promise.start();
         std::thread([promise = std::move(promise), ended = std::move(ended),
                      limit = m_limits.opening, closing = m_closing]() mutable {
-            const bool available = within(limit, hasDefaultCollection).value_or(false);
+            const bool available = within(limit, hasDefaultCollection, closing).value_or(false);
             if (available)
                 unlockDefaultCollection(closing.get());
             promise.addResult(available);

@@ -32,7 +32,8 @@ public:
     ~SecretServiceStore() override;
 
     /// Reaches the keyring and has its default collection unlocked, for which the user has all the
-    /// time he wants. To be awaited again when an item is wanted that was locked meanwhile.
+    /// time they want. To be awaited again when an item is wanted that was locked meanwhile. The
+    /// store outlives its waiters, or the event loop.
     [[nodiscard]] Task<void> prepare() override;
 
     /// Whether there is a keyring with a default collection, locked or not; known after prepare().

@@ -7,7 +7,9 @@
 
 #include <functional>
 
-QDateTime SystemClock::now() const { return QDateTime::currentDateTimeUtc(); }
+QDateTime SystemClock::now() const {
+    return QDateTime::currentDateTimeUtc();
+}
 
 Task<void> SystemClock::sleep(std::chrono::milliseconds duration, std::stop_token stop) {
     Completion<bool> elapsed;

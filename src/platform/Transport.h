@@ -33,9 +33,9 @@ public:
 
     /// The whole reply, whatever its status.
     ///
-    /// A GET follows redirects inside its origin, five at most; every other redirect is the reply. A
-    /// request with a body reaches the other side at most once and never travels on a connection that
-    /// was used before. Throws URLError when there is no whole reply, CancellationError once `stop`
-    /// was requested. Called and resumed on the main thread.
+    /// A GET follows redirects inside its origin, five at most; every other redirect is the reply.
+    /// A request with a body reaches the other side at most once and never travels on a connection
+    /// that was used before. Throws URLError when there is no whole reply, CancellationError once
+    /// `stop` was requested. Called and resumed on the main thread.
     [[nodiscard]] virtual Task<HttpResponse> data(HttpRequest request, std::stop_token stop) = 0;
 };

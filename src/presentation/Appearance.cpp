@@ -11,7 +11,9 @@ const QLatin1String preferenceKey("appearance");
 } // namespace
 
 Appearance::Appearance(Preferences &preferences, SystemAppearance &system, QObject *parent)
-    : QObject(parent), m_preferences(preferences), m_system(system),
+    : QObject(parent),
+      m_preferences(preferences),
+      m_system(system),
       m_choice(choiceNamed(preferences.value(preferenceKey).value_or(QString()))) {
     connect(&m_system, &SystemAppearance::changed, this, &Appearance::apply);
     apply();

@@ -51,6 +51,7 @@ T.AbstractButton {
         }
     }
 
+    Accessible.name: text
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()

@@ -59,8 +59,8 @@ QString FontFiles::family(const QString &name, int weight, int secondAxis) {
         if (instance.name != name)
             continue;
         // A step of 50 in weight is about as visible as one of 10 in width or optical size.
-        const int distance = std::abs(instance.weight - weight) / 5 +
-                             std::abs(instance.secondAxis - secondAxis);
+        const int distance =
+            std::abs(instance.weight - weight) / 5 + std::abs(instance.secondAxis - secondAxis);
         if (distance < best) {
             best = distance;
             nearest = &instance;

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// One code point has different shapes in the four languages, so the family of the language must come
-/// before whatever the system would choose.
+/// One code point has different shapes in the four languages, so the family of the language must
+/// come before whatever the system would choose.
 QStringList regionalFamilies(AppLanguage language) {
     switch (language) {
     case AppLanguage::zhHans:
@@ -31,7 +31,9 @@ QStringList regionalFamilies(AppLanguage language) {
     }
 }
 
-qreal scaled(qreal size, qreal factor) { return std::round(size * factor); }
+qreal scaled(qreal size, qreal factor) {
+    return std::round(size * factor);
+}
 
 QFont font(const QStringList &families, qreal size) {
     QFont result(families);
@@ -84,7 +86,9 @@ QFont TypeFace::field(qreal size) const {
     return font(withFallbacks(QString()), scaled(size, 0.94));
 }
 
-qreal TypeFace::leading(qreal spacing) const { return isCJK() && spacing < 0 ? 0 : spacing; }
+qreal TypeFace::leading(qreal spacing) const {
+    return isCJK() && spacing < 0 ? 0 : spacing;
+}
 
 qreal TypeFace::lineHeight(const QFont &font, qreal spacing) const {
     return QFontMetricsF(font).lineSpacing() + leading(spacing);

@@ -9,8 +9,8 @@
 class QJSEngine;
 class QQmlEngine;
 
-/// The type of one language, as a value: a screen that takes its fonts from Fonts.face is drawn again
-/// when the language changes. Sizes are in points of the layout.
+/// The type of one language, as a value: a screen that takes its fonts from Fonts.face is drawn
+/// again when the language changes. Sizes are in points of the layout.
 class TypeFace {
     Q_GADGET
     QML_ANONYMOUS
@@ -34,7 +34,8 @@ public:
     /// Input fields.
     Q_INVOKABLE QFont field(qreal size) const;
 
-    /// An extra line spacing; the tight settings that suit Latin capitals would make CJK lines touch.
+    /// An extra line spacing; the tight settings that suit Latin capitals would make CJK lines
+    /// touch.
     Q_INVOKABLE qreal leading(qreal spacing) const;
 
     /// The distance of two baselines of the font with an extra line spacing.

@@ -7,8 +7,8 @@
 class QJSEngine;
 class QQmlEngine;
 
-/// The palette. A colour that has a dark and a light value follows `dark`; every screen that reads it
-/// is drawn again when that changes.
+/// The palette. A colour that has a dark and a light value follows `dark`; every screen that reads
+/// it is drawn again when that changes.
 class Ink final : public QObject {
     Q_OBJECT
     QML_ELEMENT

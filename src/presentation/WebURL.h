@@ -5,6 +5,6 @@
 
 #include <optional>
 
-/// The check of every address from data before it is opened: http or https, with a host, without user
-/// and password.
+/// The check of every address from data before it is opened: http or https, with a host, without
+/// user and password.
 std::optional<QUrl> webURL(const QString &text);

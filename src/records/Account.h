@@ -54,10 +54,9 @@ struct Quota {
 
 template <>
 struct JsonFields<AppUser> {
-    static constexpr auto table =
-        std::make_tuple(jsonField("id", &AppUser::id), jsonField("handle", &AppUser::handle),
-                        jsonField("email", &AppUser::email),
-                        jsonField("verified", &AppUser::verified));
+    static constexpr auto table = std::make_tuple(
+        jsonField("id", &AppUser::id), jsonField("handle", &AppUser::handle),
+        jsonField("email", &AppUser::email), jsonField("verified", &AppUser::verified));
 };
 
 template <>

@@ -27,7 +27,9 @@ const std::array<Entry, 10> &entries() {
     return table;
 }
 
-const Entry &entry(AppLanguage language) { return entries()[static_cast<std::size_t>(language)]; }
+const Entry &entry(AppLanguage language) {
+    return entries()[static_cast<std::size_t>(language)];
+}
 
 std::optional<AppLanguage> match(const QString &code) {
     if (code.startsWith(QLatin1String("zh"))) {
@@ -48,16 +50,21 @@ std::optional<AppLanguage> match(const QString &code) {
 
 } // namespace
 
-QString AppLanguages::rawValue(AppLanguage language) { return entry(language).rawValue; }
+QString AppLanguages::rawValue(AppLanguage language) {
+    return entry(language).rawValue;
+}
 
 AppLanguage AppLanguages::saved(const std::optional<QString> &stored) {
-    const auto found = std::find_if(entries().begin(), entries().end(), [&](const Entry &candidate) {
-        return stored && candidate.rawValue == *stored;
-    });
+    const auto found =
+        std::find_if(entries().begin(), entries().end(), [&](const Entry &candidate) {
+            return stored && candidate.rawValue == *stored;
+        });
     return found == entries().end() ? AppLanguage::system : found->language;
 }
 
-QString AppLanguages::name(AppLanguage language) { return entry(language).name; }
+QString AppLanguages::name(AppLanguage language) {
+    return entry(language).name;
+}
 
 AppLanguage AppLanguages::resolve(const QStringList &preferred) {
     for (const auto &code : preferred) {
@@ -77,4 +84,6 @@ QString AppLanguages::webCode(AppLanguage effectiveLanguage) {
     return chinese ? QStringLiteral("zh") : QStringLiteral("en");
 }
 
-bool AppLanguages::isCJK(AppLanguage language) { return entry(language).isCJK; }
+bool AppLanguages::isCJK(AppLanguage language) {
+    return entry(language).isCJK;
+}

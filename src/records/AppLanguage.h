@@ -11,10 +11,10 @@ enum class AppLanguage { system, en, zhHans, zhHant, ja, ko, es, fr, de, ptBR };
 
 namespace AppLanguages {
 
-inline constexpr std::array allCases = {
-    AppLanguage::system, AppLanguage::en, AppLanguage::zhHans, AppLanguage::zhHant,
-    AppLanguage::ja,     AppLanguage::ko, AppLanguage::es,     AppLanguage::fr,
-    AppLanguage::de,     AppLanguage::ptBR};
+inline constexpr std::array allCases = {AppLanguage::system, AppLanguage::en, AppLanguage::zhHans,
+                                        AppLanguage::zhHant, AppLanguage::ja, AppLanguage::ko,
+                                        AppLanguage::es,     AppLanguage::fr, AppLanguage::de,
+                                        AppLanguage::ptBR};
 
 /// "system", "en", "zh-Hans", ...: also the language's identity and the name of its text table.
 QString rawValue(AppLanguage language);
@@ -29,8 +29,8 @@ QString name(AppLanguage language);
 /// A code of a language that the program lacks is passed over.
 AppLanguage resolve(const QStringList &preferred);
 
-/// The language itself, or what the preferred codes resolve to for the system's choice. Its raw value
-/// is the `locale` of every service request.
+/// The language itself, or what the preferred codes resolve to for the system's choice. Its raw
+/// value is the `locale` of every service request.
 AppLanguage effective(AppLanguage language, const QStringList &preferred);
 
 /// "zh" or "en", for the addresses of the program's web pages. Takes an effective language.

@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-/// The five archives that the program knows by heart: order, colour and web domain. What the service
-/// says of them does not override this table.
+/// The five archives that the program knows by heart: order, colour and web domain. What the
+/// service says of them does not override this table.
 namespace ArchiveStyle {
 
 /// In display order.

@@ -35,7 +35,15 @@ CaseCard CaseEntry::card() const {
     return card;
 }
 
-size_t qHash(const Archive &archive, size_t seed) { return hashFields(archive, seed); }
-size_t qHash(const CaseCard &card, size_t seed) { return hashFields(card, seed); }
-size_t qHash(const CaseEntry::Section &section, size_t seed) { return hashFields(section, seed); }
-size_t qHash(const CaseEntry::Source &source, size_t seed) { return hashFields(source, seed); }
+size_t qHash(const Archive &archive, size_t seed) {
+    return hashFields(archive, seed);
+}
+size_t qHash(const CaseCard &card, size_t seed) {
+    return hashFields(card, seed);
+}
+size_t qHash(const CaseEntry::Section &section, size_t seed) {
+    return hashFields(section, seed);
+}
+size_t qHash(const CaseEntry::Source &source, size_t seed) {
+    return hashFields(source, seed);
+}

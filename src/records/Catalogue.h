@@ -136,7 +136,8 @@ struct Items {
     QList<Element> items;
 };
 
-/// The service's word on itself. Any decoded Health counts as a connected service, whatever `ok` says.
+/// The service's word on itself. Any decoded Health counts as a connected service, whatever `ok`
+/// says.
 struct Health {
     Q_GADGET
     Q_PROPERTY(double total READ totalForQml FINAL)
@@ -197,11 +198,10 @@ struct JsonFields<CaseEntry::Section> {
 
 template <>
 struct JsonFields<CaseEntry::Source> {
-    static constexpr auto table =
-        std::make_tuple(jsonField("title", &CaseEntry::Source::title),
-                        jsonField("url", &CaseEntry::Source::url),
-                        jsonField("publisher", &CaseEntry::Source::publisher),
-                        jsonField("date", &CaseEntry::Source::date));
+    static constexpr auto table = std::make_tuple(
+        jsonField("title", &CaseEntry::Source::title), jsonField("url", &CaseEntry::Source::url),
+        jsonField("publisher", &CaseEntry::Source::publisher),
+        jsonField("date", &CaseEntry::Source::date));
 };
 
 template <>
@@ -244,9 +244,9 @@ struct JsonFields<Health> {
 
 template <>
 struct JsonFields<Facets> {
-    static constexpr auto table = std::make_tuple(jsonField("categories", &Facets::categories),
-                                                  jsonField("years", &Facets::years),
-                                                  jsonField("decades", &Facets::decades));
+    static constexpr auto table =
+        std::make_tuple(jsonField("categories", &Facets::categories),
+                        jsonField("years", &Facets::years), jsonField("decades", &Facets::decades));
 };
 
 size_t qHash(const Archive &archive, size_t seed = 0);

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-/// A UUID as text: upper case, 8-4-4-4-12, without braces. Compared as text, so the one form is used
-/// throughout.
+/// A UUID as text: upper case, 8-4-4-4-12, without braces. Compared as text, so the one form is
+/// used throughout.
 struct Identifier {
     QString text;
 

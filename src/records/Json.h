@@ -7,9 +7,10 @@
 
 /// The one JSON codec of all records.
 ///
-/// Decoding is strict: a required key that is missing, null or of another type fails the whole text,
-/// keys that a record does not name are ignored, and integers are exact within 64 bits. Text that is
-/// not JSON, not UTF-8, cut off, or nested more than 512 deep ends in a DecodingError as well.
+/// Decoding is strict: a required key that is missing, null or of another type fails the whole
+/// text, keys that a record does not name are ignored, and integers are exact within 64 bits. Text
+/// that is not JSON, not UTF-8, cut off, or nested more than 512 deep ends in a DecodingError as
+/// well.
 ///
 /// Every function may be called on any thread.
 namespace Json {

@@ -38,12 +38,12 @@ void JsonEncoder::write(Writer &writer, const Date &date, DateForm dates) {
     }
     // Written out of integers: a double would turn .123 into .12299999.
     const auto since2001 = date.milliseconds - millisecondsTo2001;
-    const auto magnitude = since2001 < 0 ? 0 - static_cast<quint64>(since2001)
-                                         : static_cast<quint64>(since2001);
+    const auto magnitude =
+        since2001 < 0 ? 0 - static_cast<quint64>(since2001) : static_cast<quint64>(since2001);
     std::array<char, 32> text{};
-    const int length = std::snprintf(
-        text.data(), text.size(), "%s%llu.%03llu", since2001 < 0 ? "-" : "",
-        static_cast<unsigned long long>(magnitude / 1000),
-        static_cast<unsigned long long>(magnitude % 1000));
+    const int length =
+        std::snprintf(text.data(), text.size(), "%s%llu.%03llu", since2001 < 0 ? "-" : "",
+                      static_cast<unsigned long long>(magnitude / 1000),
+                      static_cast<unsigned long long>(magnitude % 1000));
     writer.json().RawValue(text.data(), static_cast<std::size_t>(length), rapidjson::kNumberType);
 }

@@ -43,8 +43,12 @@ private:
     char *m_end = nullptr;
 };
 
-inline void PutReserve(Output &output, std::size_t count) { output.reserve(count); }
-inline void PutUnsafe(Output &output, char c) { output.putUnsafe(c); }
+inline void PutReserve(Output &output, std::size_t count) {
+    output.reserve(count);
+}
+inline void PutUnsafe(Output &output, char c) {
+    output.putUnsafe(c);
+}
 
 /// The writer and the scratch space in which a text becomes UTF-8.
 class Writer final {
@@ -62,9 +66,15 @@ private:
     QByteArray m_scratch;
 };
 
-inline void write(Writer &writer, const QString &text, DateForm) { writer.text(text); }
-inline void write(Writer &writer, bool flag, DateForm) { writer.json().Bool(flag); }
-inline void write(Writer &writer, qint64 number, DateForm) { writer.json().Int64(number); }
+inline void write(Writer &writer, const QString &text, DateForm) {
+    writer.text(text);
+}
+inline void write(Writer &writer, bool flag, DateForm) {
+    writer.json().Bool(flag);
+}
+inline void write(Writer &writer, qint64 number, DateForm) {
+    writer.json().Int64(number);
+}
 
 inline void write(Writer &writer, const Identifier &identifier, DateForm) {
     writer.text(identifier.text);

@@ -19,9 +19,9 @@ constexpr JsonField<Record, Member> jsonField(std::string_view key, Member Recor
     return {key, member};
 }
 
-/// The field table of a record: a static constexpr tuple `table` of JsonField, in the order in which
-/// the keys are written. Every coded record specialises this; the decoder, the encoder and the hash
-/// are written once over it.
+/// The field table of a record: a static constexpr tuple `table` of JsonField, in the order in
+/// which the keys are written. Every coded record specialises this; the decoder, the encoder and
+/// the hash are written once over it.
 template <class Record>
 struct JsonFields;
 

@@ -14,8 +14,8 @@ struct Parts {
 };
 
 std::string_view takeDigits(std::string_view &text) {
-    const auto end = std::find_if_not(text.begin(), text.end(),
-                                      [](char c) { return c >= '0' && c <= '9'; });
+    const auto end =
+        std::find_if_not(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
     const auto count = static_cast<std::size_t>(end - text.begin());
     const auto digits = text.substr(0, count);
     text.remove_prefix(count);
@@ -53,7 +53,9 @@ std::optional<Parts> split(std::string_view text) {
 
 } // namespace
 
-bool JsonNumber::isNumber(std::string_view text) { return split(text).has_value(); }
+bool JsonNumber::isNumber(std::string_view text) {
+    return split(text).has_value();
+}
 
 std::optional<std::int64_t> JsonNumber::exactInteger(std::string_view text) {
     const auto parts = split(text);

@@ -105,10 +105,10 @@ struct JsonFields<LibraryConflict> {
 
 template <>
 struct JsonFields<LibraryReply> {
-    static constexpr auto table = std::make_tuple(
-        jsonField("revision", &LibraryReply::revision), jsonField("records", &LibraryReply::records),
-        jsonField("accepted", &LibraryReply::accepted),
-        jsonField("conflicts", &LibraryReply::conflicts));
+    static constexpr auto table = std::make_tuple(jsonField("revision", &LibraryReply::revision),
+                                                  jsonField("records", &LibraryReply::records),
+                                                  jsonField("accepted", &LibraryReply::accepted),
+                                                  jsonField("conflicts", &LibraryReply::conflicts));
 };
 
 template <>
@@ -125,8 +125,8 @@ struct JsonFields<LibraryUpload> {
 
 template <>
 struct JsonFields<LocalLibrary> {
-    static constexpr auto table = std::make_tuple(
-        jsonField("saved", &LocalLibrary::saved),
-        jsonField("conversations", &LocalLibrary::conversations),
-        jsonField("sync", &LocalLibrary::sync));
+    static constexpr auto table =
+        std::make_tuple(jsonField("saved", &LocalLibrary::saved),
+                        jsonField("conversations", &LocalLibrary::conversations),
+                        jsonField("sync", &LocalLibrary::sync));
 };

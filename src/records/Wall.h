@@ -86,11 +86,11 @@ struct WallItem {
 
 template <>
 struct JsonFields<SavedCase> {
-    static constexpr auto table = std::make_tuple(
-        jsonField("archive", &SavedCase::archive), jsonField("id", &SavedCase::id),
-        jsonField("title", &SavedCase::title), jsonField("org", &SavedCase::org),
-        jsonField("year", &SavedCase::year), jsonField("note", &SavedCase::note),
-        jsonField("strong", &SavedCase::strong), jsonField("key", &SavedCase::key));
+    static constexpr auto table =
+        std::make_tuple(jsonField("archive", &SavedCase::archive), jsonField("id", &SavedCase::id),
+                        jsonField("title", &SavedCase::title), jsonField("org", &SavedCase::org),
+                        jsonField("year", &SavedCase::year), jsonField("note", &SavedCase::note),
+                        jsonField("strong", &SavedCase::strong), jsonField("key", &SavedCase::key));
 };
 
 template <>
@@ -116,10 +116,10 @@ struct JsonFields<WallCard> {
 
 template <>
 struct JsonFields<WallItem> {
-    static constexpr auto table = std::make_tuple(
-        jsonField("id", &WallItem::id), jsonField("kind", &WallItem::kind),
-        jsonField("site", &WallItem::site), jsonField("caseId", &WallItem::caseId),
-        jsonField("title", &WallItem::title), jsonField("body", &WallItem::body),
-        jsonField("url", &WallItem::url), jsonField("card", &WallItem::card),
-        jsonField("createdAt", &WallItem::createdAt));
+    static constexpr auto table =
+        std::make_tuple(jsonField("id", &WallItem::id), jsonField("kind", &WallItem::kind),
+                        jsonField("site", &WallItem::site), jsonField("caseId", &WallItem::caseId),
+                        jsonField("title", &WallItem::title), jsonField("body", &WallItem::body),
+                        jsonField("url", &WallItem::url), jsonField("card", &WallItem::card),
+                        jsonField("createdAt", &WallItem::createdAt));
 };

@@ -6,7 +6,9 @@
 
 HomeModel::HomeModel(QObject *parent) : QObject(parent) {}
 
-HomeModel::~HomeModel() { m_loading.request_stop(); }
+HomeModel::~HomeModel() {
+    m_loading.request_stop();
+}
 
 void HomeModel::componentComplete() {
     connect(m_store, &AppStore::languageChanged, this, &HomeModel::beginLoad);

@@ -25,8 +25,8 @@ struct QueryItem {
     QString value;
 };
 
-/// The one door to the service: its base address and, when signed in, the bearer token. A value, made
-/// afresh for each piece of work. Nothing else in the program attaches a token to a request.
+/// The one door to the service: its base address and, when signed in, the bearer token. A value,
+/// made afresh for each piece of work. Nothing else in the program attaches a token to a request.
 ///
 /// The operations are called on the main thread and go on there; large replies are decoded on a
 /// worker. They throw ServiceError, URLError, DecodingError and CancellationError.
@@ -85,13 +85,14 @@ private:
             co_return Json::decode<Record>(std::move(text));
 
         using Outcome = std::variant<Record, std::exception_ptr>;
-        QFuture<Outcome> decoding = QtConcurrent::run([text = std::move(text)]() mutable -> Outcome {
-            try {
-                return Json::decode<Record>(std::move(text));
-            } catch (...) {
-                return std::current_exception();
-            }
-        });
+        QFuture<Outcome> decoding =
+            QtConcurrent::run([text = std::move(text)]() mutable -> Outcome {
+                try {
+                    return Json::decode<Record>(std::move(text));
+                } catch (...) {
+                    return std::current_exception();
+                }
+            });
         Outcome outcome = co_await decoding;
         if (stop.stop_requested())
             throw CancellationError();

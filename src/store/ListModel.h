@@ -4,8 +4,8 @@
 #include <QList>
 #include <QSet>
 
-/// A list of records for a screen. Replacing the items reports only what differs, row by row, so that
-/// views keep their place and redraw nothing else. Rows are told apart by `identity`.
+/// A list of records for a screen. Replacing the items reports only what differs, row by row, so
+/// that views keep their place and redraw nothing else. Rows are told apart by `identity`.
 template <class Record>
 class ListModel : public QAbstractListModel {
 public:

@@ -33,8 +33,7 @@ Task<AppStore::Catalogue> AppStore::fetchCatalogue(API api, QString locale) {
     const std::vector<QueryItem> query{{QStringLiteral("locale"), locale}};
 
     auto healthTask = sibling(api.get<Health>(Endpoint::health, {}, stop), siblings);
-    auto archivesTask =
-        sibling(api.get<Items<Archive>>(Endpoint::archives, query, stop), siblings);
+    auto archivesTask = sibling(api.get<Items<Archive>>(Endpoint::archives, query, stop), siblings);
     auto health = co_await healthTask;
     auto archives = co_await archivesTask;
     if (siblings->failure)

@@ -7,7 +7,9 @@
 #include <QRegularExpression>
 
 LocalServiceProcess::LocalServiceProcess() = default;
-LocalServiceProcess::~LocalServiceProcess() { stop(); }
+LocalServiceProcess::~LocalServiceProcess() {
+    stop();
+}
 
 bool LocalServiceProcess::start() {
     QDir().mkpath(m_home.filePath(QStringLiteral("config/quillmere-service")));

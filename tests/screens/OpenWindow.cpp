@@ -34,7 +34,9 @@ OpenWindow::OpenWindow(AppStore &store) : m_windows(m_engine, store) {
     m_windows.open();
 }
 
-OpenWindow::~OpenWindow() { qDeleteAll(windows()); }
+OpenWindow::~OpenWindow() {
+    qDeleteAll(windows());
+}
 
 QList<QQuickWindow *> OpenWindow::windows() const {
     QList<QQuickWindow *> result;

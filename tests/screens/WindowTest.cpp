@@ -10,7 +10,9 @@
 
 namespace {
 
-QString english(const char *key) { return Copy::text(QLatin1String(key), AppLanguage::en); }
+QString english(const char *key) {
+    return Copy::text(QLatin1String(key), AppLanguage::en);
+}
 
 class WindowTest : public testing::Test {
 protected:
@@ -37,14 +39,16 @@ TEST_F(WindowTest, ShowsFiveArchivesAndTwoCasesOfTheRealService) {
     ASSERT_TRUE(service.start());
     open(service.base());
 
-    EXPECT_TRUE(eventually([&] { return window().ofType(QStringLiteral("ArchiveRow")).size() == 5; }));
+    EXPECT_TRUE(
+        eventually([&] { return window().ofType(QStringLiteral("ArchiveRow")).size() == 5; }));
     EXPECT_TRUE(
         eventually([&] { return window().ofType(QStringLiteral("PaperCaseCard")).size() == 2; }));
     EXPECT_TRUE(eventually([&] { return window().shows(english("connected")); }));
     EXPECT_TRUE(window().shows(QStringLiteral("70")));
     for (const auto &archive : store().archives()) {
         // A row of the sidebar for each; a row of the home screen for all but the flagship.
-        EXPECT_EQ(window().buttons(archive.title).size(), archive.id == QLatin1String("foible") ? 1 : 2)
+        EXPECT_EQ(window().buttons(archive.title).size(),
+                  archive.id == QLatin1String("foible") ? 1 : 2)
             << archive.title.toStdString();
     }
 
@@ -94,7 +98,8 @@ TEST_F(WindowTest, FollowsLanguageAppearanceAndIdentity) {
     EXPECT_EQ(store().destination(), QStringLiteral("chat"));
 
     store().setDestination(QStringLiteral("home"));
-    ASSERT_TRUE(eventually([&] { return !window().ofType(QStringLiteral("LeadPanel")).isEmpty(); }));
+    ASSERT_TRUE(
+        eventually([&] { return !window().ofType(QStringLiteral("LeadPanel")).isEmpty(); }));
     const auto before = window().ofType(QStringLiteral("ArchivesHomeView"));
     store().setLanguage(AppLanguage::de);
     EXPECT_EQ(window().ofType(QStringLiteral("ArchivesHomeView")), before)

@@ -2,12 +2,9 @@
 
 #include "tests/support/Await.h"
 
-#include <QDBusConnectionInterface>
-#include <QDBusInterface>
-#include <QDBusObjectPath>
-#include <QDBusReply>
 #include <QDir>
 #include <QProcessEnvironment>
+#include <QTimer>
 
 #include <csignal>
 #include <libsecret/secret.h>
@@ -17,8 +14,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const auto name = u"org.freedesktop.secrets"_s;
-const auto connectionName = u"private bus"_s;
+constexpr auto busName = "org.freedesktop.DBus";
+constexpr auto keyringName = "org.freedesktop.secrets";
+constexpr auto keyringPath = "/org/freedesktop/secrets";
 
 } // namespace
 
@@ -30,7 +28,7 @@ PrivateKeyring::PrivateKeyring() {
 }
 
 PrivateKeyring::~PrivateKeyring() {
-    QDBusConnection::disconnectFromBus(connectionName);
+    m_connection.reset();
     secret_service_disconnect();
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     for (auto *process : {m_keyring.get(), m_bus.get()}) {
@@ -53,7 +51,7 @@ std::unique_ptr<QProcess> PrivateKeyring::process() const {
     // Programs that the bus could start are none of this test's.
     environment.insert(u"XDG_DATA_DIRS"_s, m_home.filePath(u"data"_s));
     if (!m_address.isEmpty())
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_address);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, QString::fromLatin1(m_address));
     process->setProcessEnvironment(environment);
     process->setStandardErrorFile(QProcess::nullDevice());
     process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -78,9 +76,29 @@ bool PrivateKeyring::startBus() {
                  {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + configuration});
     if (!m_bus->waitForReadyRead())
         return false;
-    m_address = QString::fromLatin1(m_bus->readLine().trimmed());
-    qputenv("DBUS_SESSION_BUS_ADDRESS", m_address.toLatin1());
-    return QDBusConnection::connectToBus(m_address, connectionName).isConnected();
+    m_address = m_bus->readLine().trimmed();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", m_address);
+    m_connection = {
+        g_dbus_connection_new_for_address_sync(
+            m_address.constData(),
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr),
+        [](GDBusConnection *connection) {
+            if (connection)
+                g_object_unref(connection);
+        }};
+    return m_connection != nullptr;
+}
+
+GVariant *PrivateKeyring::call(const char *name, const char *path, const char *method,
+                               GVariant *arguments) const {
+    const QByteArray called(method);
+    const auto dot = called.lastIndexOf('.');
+    return g_dbus_connection_call_sync(m_connection.get(), name, path,
+                                       called.first(dot).constData(),
+                                       called.sliced(dot + 1).constData(), arguments, nullptr,
+                                       G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr);
 }
 
 bool PrivateKeyring::startKeyring() {
@@ -89,17 +107,28 @@ bool PrivateKeyring::startKeyring() {
                      {u"--unlock"_s, u"--foreground"_s, u"--components=secrets"_s});
     m_keyring->write("\n");
     m_keyring->closeWriteChannel();
-    const auto bus = QDBusConnection(connectionName);
-    return m_keyring->waitForStarted() &&
-           eventually([&] { return bus.interface()->isServiceRegistered(name).value(); });
+    // What happens on the bus does not wake this process.
+    QTimer tick;
+    tick.start(5);
+    return m_keyring->waitForStarted() && eventually([&] {
+               gboolean there = FALSE;
+               const auto reply = call(busName, "/", "org.freedesktop.DBus.NameHasOwner",
+                                       g_variant_new("(s)", keyringName));
+               g_variant_get(reply, "(b)", &there);
+               g_variant_unref(reply);
+               return there != FALSE;
+           });
 }
 
 void PrivateKeyring::lockKeyring() {
-    QDBusInterface service(name, u"/org/freedesktop/secrets"_s, u"org.freedesktop.Secret.Service"_s,
-                           QDBusConnection(connectionName));
-    const QDBusReply<QDBusObjectPath> collection = service.call(u"ReadAlias"_s, u"default"_s);
-    const QList<QDBusObjectPath> collections{collection.value()};
-    service.call(u"Lock"_s, QVariant::fromValue(collections));
+    const auto alias = call(keyringName, keyringPath, "org.freedesktop.Secret.Service.ReadAlias",
+                            g_variant_new("(s)", "default"));
+    const char *path = nullptr;
+    g_variant_get(alias, "(&o)", &path);
+    const char *const paths[] = {path, nullptr};
+    g_variant_unref(call(keyringName, keyringPath, "org.freedesktop.Secret.Service.Lock",
+                         g_variant_new("(^ao)", paths)));
+    g_variant_unref(alias);
 }
 
 void PrivateKeyring::setFrozen(bool frozen) {

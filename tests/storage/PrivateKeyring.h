@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <gio/gio.h>
 #include <memory>
 
 /// A session bus of this test alone, and a real keyring on it. Both end with the object, and with
@@ -25,9 +25,12 @@ public:
 
 private:
     std::unique_ptr<QProcess> process() const;
+    GVariant *call(const char *name, const char *path, const char *method,
+                   GVariant *arguments) const;
 
     QTemporaryDir m_home;
     std::unique_ptr<QProcess> m_bus;
     std::unique_ptr<QProcess> m_keyring;
-    QString m_address;
+    QByteArray m_address;
+    std::shared_ptr<GDBusConnection> m_connection;
 };

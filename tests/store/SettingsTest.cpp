@@ -55,8 +55,8 @@ TEST_F(Settings, selectedArchivesAreASetShownInOrder) {
     const QSignalSpy changes(&store, &AppStore::selectedArchivesChanged);
     const QStringList sorted{u"foible"_s, u"lumen"_s, u"makers"_s,
                              u"other"_s,  u"shift"_s, u"ventures"_s};
-    store.setSelectedArchives({u"shift"_s, u"other"_s, u"lumen"_s, u"shift"_s, u"ventures"_s,
-                               u"foible"_s, u"makers"_s});
+    store.setSelectedArchives(
+        {u"shift"_s, u"other"_s, u"lumen"_s, u"shift"_s, u"ventures"_s, u"foible"_s, u"makers"_s});
     EXPECT_EQ(store.selectedArchives(), sorted);
     store.setSelectedArchives(sorted);
     EXPECT_EQ(changes.size(), 1);
