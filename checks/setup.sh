@@ -78,6 +78,7 @@ setup_packages() {
     done
 }
 
+# Configures a preset; further arguments go to CMake.
 configure() {
-    cmake --preset "$1" -DCMAKE_CXX_COMPILER="clang++-$compiler"
+    cmake --preset "$1" -DCMAKE_CXX_COMPILER="clang++-$compiler" "${@:2}"
 }

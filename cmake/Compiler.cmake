@@ -2,6 +2,12 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wunuse
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
                         QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
+# The JSON parser has a fast path for these instructions, which machines have had since about 2010;
+# without them it takes several times as long.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND NOT APPLE)
+    add_compile_options(-march=x86-64-v2 -mpclmul)
+endif()
+
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     add_compile_options(-Wno-unknown-warning-option)
     if(NOT APPLE)
@@ -25,3 +31,5 @@ if(QUILLMERE_SANITIZE)
         add_link_options(-fno-sanitize=vptr,function)
     endif()
 endif()
+
+set(QUILLMERE_CLANG_TIDY "" CACHE STRING "The clang-tidy to run on the programs' sources, if any")

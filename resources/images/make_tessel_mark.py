@@ -20,6 +20,7 @@ Point = tuple[float, float]
 
 SIZE = 512
 APPLICATION = "chat.quillmere.mac"
+MARK_SIZE = 128
 ICON_SIZES = (48, 64, 128, 256)
 
 PAPER = "#F6EFE0"
@@ -225,9 +226,10 @@ def main() -> None:
             write(folder / f"{size}x{size}" / "apps" / f"{APPLICATION}.png", png(shapes, size))
     else:
         folder = Path(__file__).parent
-        shapes = [ground(0, 0), *mosaic()]
+        shapes = [ground(0, 0.22 * SIZE), *mosaic()]
         write(folder / "tessel-mark.svg", svg(shapes).encode())
-        write(folder / "tessel-mark.png", png(shapes, SIZE))
+        # Twice the largest size on screen: a larger picture only costs time at start-up.
+    write(folder / "tessel-mark.png", png(shapes, MARK_SIZE))
 
 
 if __name__ == "__main__":

@@ -9,6 +9,7 @@
 #include "platform/SystemClock.h"
 #include "platform/SystemFiles.h"
 #include "presentation/Appearance.h"
+#include "presentation/FontFiles.h"
 #include "presentation/Fonts.h"
 #include "presentation/SymbolImages.h"
 #include "storage/LibraryDisk.h"
@@ -52,6 +53,7 @@ int main(int argc, char **argv) {
     AppStore store(platform);
     followLanguage(store);
 
+    FontFiles::registerAll();
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolImages);

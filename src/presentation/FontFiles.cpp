@@ -6,31 +6,47 @@
 
 #include <cstdlib>
 #include <limits>
-#include <mutex>
+#include <optional>
 #include <vector>
 
 namespace {
 
 struct Instance {
-    QString file;
+    QString family;
     QString name;
     int weight = 0;
     int secondAxis = 0;
 };
 
-/// Every "<name>-<weight>-<second axis>.ttf".
-const std::vector<Instance> &instances() {
-    static const std::vector<Instance> all = [] {
-        std::vector<Instance> result;
+struct Collection {
+    /// File to family, of every file that is a font.
+    QHash<QString, QString> families;
+    /// Every "<name>-<weight>-<second axis>.ttf".
+    std::vector<Instance> instances;
+};
+
+std::optional<Instance> instance(const QString &file, const QString &family) {
+    const auto parts = file.chopped(4).split(QLatin1Char('-'));
+    bool isInstance = false;
+    const int secondAxis = parts.last().toInt(&isInstance);
+    if (!isInstance || parts.size() < 3)
+        return std::nullopt;
+    const auto name = parts.mid(0, parts.size() - 2).join(QLatin1Char('-'));
+    return Instance{family, name, parts[parts.size() - 2].toInt(), secondAxis};
+}
+
+const Collection &collection() {
+    static const Collection all = [] {
+        Collection result;
         const auto files = QDir(QStringLiteral(":/Fonts")).entryList({QStringLiteral("*.ttf")});
         for (const auto &file : files) {
-            const auto parts = file.chopped(4).split(QLatin1Char('-'));
-            bool isInstance = false;
-            const int secondAxis = parts.last().toInt(&isInstance);
-            if (!isInstance || parts.size() < 3)
+            const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/Fonts/") + file);
+            const auto families = QFontDatabase::applicationFontFamilies(id);
+            if (families.isEmpty())
                 continue;
-            const auto name = parts.mid(0, parts.size() - 2).join(QLatin1Char('-'));
-            result.push_back({file, name, parts[parts.size() - 2].toInt(), secondAxis});
+            result.families.insert(file, families.first());
+            if (auto found = instance(file, families.first()))
+                result.instances.push_back(*std::move(found));
         }
         return result;
     }();
@@ -39,32 +55,27 @@ const std::vector<Instance> &instances() {
 
 } // namespace
 
-QString FontFiles::family(const QString &file) {
-    static std::mutex lock;
-    static QHash<QString, QString> families;
+void FontFiles::registerAll() {
+    collection();
+}
 
-    const std::lock_guard guard(lock);
-    const auto known = families.constFind(file);
-    if (known != families.constEnd())
-        return *known;
-    const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/Fonts/") + file);
-    const auto loaded = QFontDatabase::applicationFontFamilies(id);
-    return *families.insert(file, loaded.isEmpty() ? QString() : loaded.first());
+QString FontFiles::family(const QString &file) {
+    return collection().families.value(file);
 }
 
 QString FontFiles::family(const QString &name, int weight, int secondAxis) {
     const Instance *nearest = nullptr;
     int best = std::numeric_limits<int>::max();
-    for (const auto &instance : instances()) {
-        if (instance.name != name)
+    for (const auto &candidate : collection().instances) {
+        if (candidate.name != name)
             continue;
         // A step of 50 in weight is about as visible as one of 10 in width or optical size.
         const int distance =
-            std::abs(instance.weight - weight) / 5 + std::abs(instance.secondAxis - secondAxis);
+            std::abs(candidate.weight - weight) / 5 + std::abs(candidate.secondAxis - secondAxis);
         if (distance < best) {
             best = distance;
-            nearest = &instance;
+            nearest = &candidate;
         }
     }
-    return nearest ? family(nearest->file) : QString();
+    return nearest ? nearest->family : QString();
 }

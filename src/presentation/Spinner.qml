@@ -13,7 +13,7 @@ Item {
 
     implicitWidth: size
     implicitHeight: size
-    Accessible.role: Accessible.Indicator
+    Accessible.role: Accessible.ProgressBar
     Accessible.name: label
 
     Repeater {

@@ -62,7 +62,8 @@ const QList<QByteArray> &KeptTexts<Record>::update(const QList<Record> &records)
         ++back;
 
     const auto keptEnd = m_records.size() - back;
-    QHash<QString, qsizetype> places;
+    QHash<QStringView, qsizetype> places;
+    places.reserve(keptEnd - front);
     for (auto at = front; at < keptEnd; ++at)
         places.insert(identity(m_records[at]), at);
 

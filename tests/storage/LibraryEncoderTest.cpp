@@ -126,7 +126,7 @@ private:
             conversation.updatedAt.milliseconds += 1;
             break;
         case 2:
-            conversation.messages.append(ChatMessage{.role = u"user"_s, .content = u"more"_s});
+            conversation.messages.append(ChatMessage());
             break;
         case 3:
             if (!conversation.messages.isEmpty())

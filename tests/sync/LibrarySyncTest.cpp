@@ -179,8 +179,9 @@ TEST(LibrarySync, anyEditsLeaveOneChangeForEachItemInTheOrderOfTheirLastEdit) {
             const auto &last = library.sync->pending.last();
             ASSERT_EQ(last.deleted, deleted);
             ASSERT_NE(last.deleted, last.card || last.conversation);
-            if (last.conversation)
+            if (last.conversation) {
                 ASSERT_EQ(last.conversation, conversations[at]);
+            }
             ASSERT_FALSE(operations.contains(last.opId.text));
             operations.insert(last.opId.text);
         }
