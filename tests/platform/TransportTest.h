@@ -31,8 +31,8 @@ protected:
         return request;
     }
 
-    Task<HttpResponse> send(const HttpRequest &request) {
-        return transport.data(request, stop.get_token());
+    [[nodiscard]] Task<HttpResponse> send(HttpRequest request) {
+        return transport.data(std::move(request), stop.get_token());
     }
 
     HttpResponse response(const HttpRequest &request) { return await(send(request)); }

@@ -27,7 +27,7 @@ struct Settlement {
 };
 
 template <class Result>
-Task<void> settle(Task<Result> task, std::shared_ptr<Settlement<Result>> settlement) {
+[[nodiscard]] Task<void> settle(Task<Result> task, std::shared_ptr<Settlement<Result>> settlement) {
     try {
         Result result = co_await task;
         settlement->result = std::move(result);
@@ -37,7 +37,8 @@ Task<void> settle(Task<Result> task, std::shared_ptr<Settlement<Result>> settlem
     settlement->ended = true;
 }
 
-inline Task<void> settle(Task<void> task, std::shared_ptr<Settlement<bool>> settlement) {
+[[nodiscard]] inline Task<void> settle(Task<void> task,
+                                       std::shared_ptr<Settlement<bool>> settlement) {
     try {
         co_await task;
         settlement->result = true;
