@@ -25,8 +25,12 @@ public:
 
     void setItems(const QList<Record> &items) {
         removeMissing(items);
+        const auto present = identities(m_items);
         for (qsizetype at = 0; at < items.size(); ++at)
-            place(items[at], at);
+            place(items[at], at, present);
+        // What is left can only be repetitions of identities that the new items have once.
+        if (m_items.size() > items.size())
+            removeRowsOf(items.size(), m_items.size());
     }
 
 protected:
@@ -34,28 +38,37 @@ protected:
     virtual QVariant value(const Record &record, int role) const = 0;
 
 private:
-    void removeMissing(const QList<Record> &items) {
-        QSet<QString> kept;
-        kept.reserve(items.size());
+    QSet<QString> identities(const QList<Record> &items) const {
+        QSet<QString> result;
+        result.reserve(items.size());
         for (const auto &item : items)
-            kept.insert(identity(item));
+            result.insert(identity(item));
+        return result;
+    }
+
+    void removeRowsOf(qsizetype begin, qsizetype end) {
+        beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(end - 1));
+        m_items.remove(begin, end - begin);
+        endRemoveRows();
+    }
+
+    void removeMissing(const QList<Record> &items) {
+        const auto kept = identities(items);
         for (qsizetype end = m_items.size(); end > 0;) {
             qsizetype begin = end;
             while (begin > 0 && !kept.contains(identity(m_items[begin - 1])))
                 --begin;
-            if (begin < end) {
-                beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(end - 1));
-                m_items.remove(begin, end - begin);
-                endRemoveRows();
-            }
+            if (begin < end)
+                removeRowsOf(begin, end);
             end = begin == 0 ? 0 : begin - 1;
         }
     }
 
-    /// Brings the record to its row; the rows before are already as they should be.
-    void place(const Record &record, qsizetype at) {
+    /// Brings the record to its row; the rows before are already as they should be. A record whose
+    /// identity was not `present` before is not searched for.
+    void place(const Record &record, qsizetype at, const QSet<QString> &present) {
         const auto wanted = identity(record);
-        qsizetype from = at;
+        qsizetype from = present.contains(wanted) ? at : m_items.size();
         while (from < m_items.size() && identity(m_items[from]) != wanted)
             ++from;
         const auto row = static_cast<int>(at);
