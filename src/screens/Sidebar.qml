@@ -87,8 +87,8 @@ Rectangle {
                 }
 
                 Eyebrow {
-                    Layout.topMargin: 23
-                    Layout.bottomMargin: 4
+                    Layout.topMargin: 28
+                    Layout.bottomMargin: 9
                     Layout.leftMargin: 12
                     Layout.rightMargin: 12
                     Layout.fillWidth: true
