@@ -10,7 +10,7 @@ BUILD_PACKAGES=(
 RUN_PACKAGES=(
     qml6-module-qtquick qml6-module-qtquick-templates qml6-module-qtquick-layouts
     qml6-module-qtquick-controls qml6-module-qtquick-window qml6-module-qtqml-workerscript
-    qml6-module-qtqml-models qt6-qpa-plugins fonts-noto-cjk xdg-utils
+    qml6-module-qtqml qml6-module-qtqml-models qt6-qpa-plugins fonts-noto-cjk xdg-utils
 )
 TEST_PACKAGES=(
     libgtest-dev libgmock-dev qml6-module-qttest curl dbus gnome-keyring python3
