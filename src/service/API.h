@@ -4,6 +4,7 @@
 #include "platform/Task.h"
 #include "platform/Transport.h"
 #include "records/Json.h"
+#include "records/Library.h"
 
 #include <QFuture>
 #include <QJsonObject>
@@ -75,7 +76,20 @@ public:
         return call<Record>(*m_transport, std::move(request), std::move(stop));
     }
 
+    /// The largest body of a synchronisation, in bytes.
+    static constexpr qsizetype largestUpload = 1'000'000;
+
+    /// Sends queued changes, of which there may be none, and gives the account's whole library.
+    /// Throws a ServiceError "library_too_large", without a request, for too large a body.
+    [[nodiscard]] Task<LibraryReply> syncLibrary(QList<LibraryChange> changes,
+                                                 std::stop_token stop) const {
+        return syncLibrary(*this, std::move(changes), std::move(stop));
+    }
+
 private:
+    static Task<LibraryReply> syncLibrary(API api, QList<LibraryChange> changes,
+                                          std::stop_token stop);
+
     /// Static, and with its own copies, because it outlives the value that it was called on.
     template <class Record>
     static Task<Record> call(Transport &transport, HttpRequest request, std::stop_token stop) {

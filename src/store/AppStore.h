@@ -18,6 +18,7 @@
 
 #include <exception>
 #include <optional>
+#include <stop_token>
 #include <type_traits>
 
 /// The one state of the program: everything that more than one screen sees. Made once, kept to the
@@ -48,6 +49,7 @@ class AppStore final : public QObject {
     Q_PROPERTY(bool wallLoading READ isWallLoading NOTIFY wallLoadingChanged FINAL)
     Q_PROPERTY(bool wallOffline READ isWallOffline NOTIFY wallOfflineChanged FINAL)
     Q_PROPERTY(QString wallError READ wallErrorText NOTIFY wallErrorChanged FINAL)
+    Q_PROPERTY(bool chatting READ isChatting NOTIFY chattingChanged FINAL)
     Q_PROPERTY(bool pinning READ isPinning NOTIFY pinningChanged FINAL)
     Q_PROPERTY(
         bool openingMembership READ isOpeningMembership NOTIFY openingMembershipChanged FINAL)
@@ -123,6 +125,8 @@ public:
     /// What is being pinned or unpinned.
     const QSet<QString> &wallMutations() const { return m_wallMutations; }
     bool isPinning() const { return m_pinning; }
+    /// An answer is being written.
+    bool isChatting() const { return m_chatting; }
 
     /// The service's last word on the questions of the account.
     const std::optional<Quota> &quota() const { return m_quota; }
@@ -158,6 +162,33 @@ public:
     /// Opens the chat screen with a new conversation.
     Q_INVOKABLE void newChat();
 
+    /// Keeps the open conversation in the library, in the first place. Without messages it is not
+    /// kept.
+    void saveChat();
+
+    /// Sends the first of the queued changes and lays the account's library of the reply into this
+    /// one. Does nothing for a guest, while saving is paused, and while a run is under way. Never
+    /// throws: `syncStatus` tells how it went.
+    [[nodiscard]] Task<void> syncLibrary();
+    Q_INVOKABLE void beginSync();
+
+    /// Fetches the wall; out of reach of the service it is the copy of this machine. Never throws.
+    [[nodiscard]] Task<void> refreshWall();
+    Q_INVOKABLE void beginRefreshWall();
+    /// Whether the wall on display holds the case.
+    Q_INVOKABLE bool isOnWall(const CaseCard &card) const;
+    /// Puts the case on the wall or takes it off. Never throws: a failure ends in `notice`.
+    [[nodiscard]] Task<void> toggleWallCase(CaseCard card);
+    Q_INVOKABLE void beginToggleWallCase(const CaseCard &card);
+    /// Takes an item off the wall. Never throws: a failure ends in `notice`.
+    [[nodiscard]] Task<void> removeWallItem(WallItem item);
+    /// Puts the open conversation on the wall, or brings its item there up to date. Never throws: a
+    /// failure ends in `notice`.
+    [[nodiscard]] Task<void> pinChat();
+    Q_INVOKABLE void beginPinChat();
+    /// Opens a pinned chat as a new conversation, which is stored once it is saved.
+    void resumeWallChat(const SavedChat &saved);
+
     /// Replaces the identity of the account and server context, which voids all work in flight.
     void replaceGeneration();
 
@@ -179,6 +210,7 @@ Q_SIGNALS:
     void wallOfflineChanged();
     void wallErrorChanged();
     void wallMutationsChanged();
+    void chattingChanged();
     void pinningChanged();
     void quotaChanged();
     void openingMembershipChanged();
@@ -204,6 +236,25 @@ private:
     QString requestBase() const;
     QString describe(std::exception_ptr error) const;
     void setConnecting(bool connecting);
+
+    /// Starts a synchronisation once no edit has come for a moment.
+    void scheduleSync();
+    /// Ends a waiting or running synchronisation; to be called before the account or server
+    /// changes.
+    void cancelSync();
+    Task<void> syncAfterPause(std::stop_token stop);
+    Task<void> syncOnce(std::stop_token stop);
+    /// The service's version of a conversation, as far as it is known.
+    std::optional<qint64> versionOf(const Identifier &conversation) const;
+    void takeReply(const LibraryReply &reply, const QList<LibraryChange> &batch);
+    void setSyncing(bool syncing, const QString &status);
+
+    /// Marks a case or an item of the wall as being changed, or no longer.
+    void markWallMutation(const QString &key, bool changing);
+    void showToggled(const CaseCard &card, bool on);
+    void showWallCopy();
+    Task<void> pinChat(API service, QString key, Identifier conversation);
+
     void setAccount(const std::optional<Account> &account);
     void setLibrary(const LocalLibrary &library);
 
@@ -236,12 +287,17 @@ private:
     std::optional<QString> m_wallError;
     QSet<QString> m_wallMutations;
     bool m_pinning = false;
+    bool m_chatting = false;
     std::optional<Quota> m_quota;
     bool m_openingMembership = false;
     bool m_refreshingAccount = false;
     QSet<QString> m_requestedCases;
     QSet<QString> m_requestingCases;
     bool m_syncing = false;
+    /// The pause after the last edit, and the run that it leads to.
+    std::stop_source m_syncTask;
+    /// Identity of the current run, replaced by each run and by cancelSync.
+    Identifier m_syncRun = Identifier::make();
     QString m_syncStatus = QStringLiteral("Sign in to sync across devices.");
     std::optional<qint64> m_chatBaseVersion;
     /// False while saving is paused, to protect a file that could not be read.

@@ -33,6 +33,9 @@ void AppStore::loadLibrary() {
     publish(m_requestedCases, {}, &AppStore::requestedCasesChanged);
     publish(m_requestingCases, {}, &AppStore::requestingCasesChanged);
 
+    if (m_account)
+        beginRefreshWall();
+
     std::optional<LocalLibrary> library;
     try {
         library = LibraryDisk::load(m_platform.files, libraryKey());
@@ -60,5 +63,7 @@ void AppStore::persist() {
         LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, libraryKey());
     } catch (...) {
         setNotice(notSaved + describe(std::current_exception()));
+        return;
     }
+    scheduleSync();
 }
