@@ -34,7 +34,7 @@ void AppStore::scheduleSync() {
         return;
     m_syncTask.request_stop();
     m_syncTask = std::stop_source();
-    start([this, stop = m_syncTask.get_token()] { return syncAfterPause(stop); });
+    start(*this, [this, stop = m_syncTask.get_token()] { return syncAfterPause(stop); });
 }
 
 void AppStore::cancelSync() {
@@ -55,7 +55,7 @@ Task<void> AppStore::syncLibrary() {
 }
 
 void AppStore::beginSync() {
-    start([this] { return syncLibrary(); });
+    start(*this, [this] { return syncLibrary(); });
 }
 
 Task<void> AppStore::syncOnce(std::stop_token stop) {

@@ -85,7 +85,7 @@ Task<void> AppStore::refreshWall() {
 }
 
 void AppStore::beginRefreshWall() {
-    start([this] { return refreshWall(); });
+    start(*this, [this] { return refreshWall(); });
 }
 
 void AppStore::showWallCopy() {
@@ -153,7 +153,7 @@ Task<void> AppStore::toggleWallCase(CaseCard card) {
 }
 
 void AppStore::beginToggleWallCase(const CaseCard &card) {
-    start([this, card] { return toggleWallCase(card); });
+    start(*this, [this, card] { return toggleWallCase(card); });
 }
 
 Task<void> AppStore::removeWallItem(WallItem item) {
@@ -230,7 +230,7 @@ Task<void> AppStore::pinChat(API service, QString key, Identifier conversation) 
 }
 
 void AppStore::beginPinChat() {
-    start([this] { return pinChat(); });
+    start(*this, [this] { return pinChat(); });
 }
 
 void AppStore::resumeWallChat(const SavedChat &saved) {

@@ -1,13 +1,7 @@
 #include "storage/LibraryDisk.h"
-#include "store/AppStore.h"
 #include "sync/LibrarySync.h"
 #include "tests/storage/SampleLibrary.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gtest/gtest.h>
+#include "tests/store/StoreTest.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -23,7 +17,7 @@ const auto notSynced =
     u"Not synced: This took too long and was stopped; please try again. Your changes remain on "
     "this Mac."_s;
 
-class SyncDriver : public testing::Test {
+class SyncDriver : public StoreTest {
 protected:
     void SetUp() override {
         StoreAccess::setAccount(store, u"user"_s);
@@ -93,9 +87,6 @@ protected:
     qsizetype requests() const {
         return static_cast<qsizetype>(system.transport.requests().size());
     }
-
-    TestPlatform<FakeTransport> system;
-    AppStore store{system.platform()};
 };
 
 } // namespace

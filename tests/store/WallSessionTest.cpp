@@ -1,17 +1,11 @@
 #include "platform/Start.h"
 #include "records/ArchiveStyle.h"
 #include "storage/ReadingCache.h"
-#include "store/AppStore.h"
 #include "tests/storage/SampleLibrary.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/store/StoreTest.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -45,7 +39,7 @@ QByteArray body(const QList<WallItem> &items) {
     return Json::encode(Items<WallItem>{items});
 }
 
-class WallSession : public testing::Test {
+class WallSession : public StoreTest {
 protected:
     void SetUp() override { StoreAccess::setAccount(store, u"user"_s); }
 
@@ -96,9 +90,6 @@ protected:
     void finishPin() {
         ASSERT_TRUE(eventually([&] { return !store.isPinning(); }));
     }
-
-    TestPlatform<FakeTransport> system;
-    AppStore store{system.platform()};
 };
 
 } // namespace
@@ -325,8 +316,6 @@ TEST_F(WallSession, aFirstPinHasNoIdAndTheNextOneBothIds) {
     answer(wallChat, reply);
     answer(wall, body({item}));
     finishPin();
-    system.clock.advance(1s);
-    StoreAccess::cancelSync(store);
 }
 
 TEST_F(WallSession, aPinWhoseItemIsGoneIsToldAndNotMadeAnew) {
@@ -399,5 +388,4 @@ TEST_F(WallSession, aPinnedChatComesBackAsANewConversation) {
     EXPECT_EQ(card.strong, true);
     EXPECT_EQ(chat.messages[3].content, u"They resonate."_s);
     EXPECT_TRUE(SavedChat().conversation().messages.size() == 1);
-    StoreAccess::cancelSync(store);
 }

@@ -52,3 +52,15 @@ void FakeTransport::fail(const QString &path, URLError::Code code) {
     if (auto completion = next(path))
         completion->fail(std::make_exception_ptr(URLError(code)));
 }
+
+bool FakeTransport::abandon() {
+    bool any = false;
+    for (const auto &pending : m_pending) {
+        if (pending.completion.isComplete())
+            continue;
+        any = true;
+        auto completion = pending.completion;
+        completion.fail(std::make_exception_ptr(CancellationError()));
+    }
+    return any;
+}

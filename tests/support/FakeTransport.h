@@ -23,6 +23,9 @@ public:
     void answer(const QString &path, int status, const QByteArray &body);
     void fail(const QString &path, URLError::Code code);
 
+    /// Cancels all that wait; false when none did.
+    bool abandon();
+
 private:
     struct Pending {
         QString path;
