@@ -14,6 +14,12 @@ public:
         store.setAccount(account);
     }
 
+    static void setEmail(AppStore &store, const QString &email) {
+        store.m_account->user.email = email;
+    }
+
+    static void setSyncing(AppStore &store) { store.m_syncing = true; }
+
     static LocalLibrary &library(AppStore &store) { return store.m_library; }
     static Conversation &chat(AppStore &store) { return store.m_chat; }
     static std::optional<qint64> chatBaseVersion(AppStore &store) {
