@@ -117,7 +117,7 @@ Health health(CaseStore &store, const QString &origin) {
     health.ok = true;
     health.environment = QStringLiteral("local");
     health.chatMode = QStringLiteral("evidence-preview");
-    health.accountUrl = origin + QStringLiteral("/account");
+    health.accountUrl = origin;
     health.total = store.total();
     return health;
 }

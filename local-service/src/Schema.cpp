@@ -52,6 +52,35 @@ constexpr std::array steps = {
             content = '', prefix = '2 3', tokenize = 'unicode61 remove_diacritics 0'
         );
     )sql",
+    // A number is never given twice, so that nothing that remembers one can mean a later account.
+    // An account's email is empty where there is none.
+    R"sql(
+        CREATE TABLE accounts (
+            number INTEGER PRIMARY KEY AUTOINCREMENT,
+            id TEXT NOT NULL UNIQUE,
+            handle TEXT NOT NULL,
+            foldedHandle TEXT NOT NULL UNIQUE,
+            email TEXT NOT NULL DEFAULT '',
+            password TEXT NOT NULL
+        );
+        CREATE TABLE sessions (
+            digest TEXT PRIMARY KEY,
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE
+        ) WITHOUT ROWID;
+        CREATE INDEX sessions_by_account ON sessions (account);
+        CREATE TABLE asked_questions (
+            account INTEGER PRIMARY KEY REFERENCES accounts (number) ON DELETE CASCADE,
+            day INTEGER NOT NULL,
+            count INTEGER NOT NULL
+        );
+        CREATE TABLE case_requests (
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            archive TEXT NOT NULL,
+            question TEXT NOT NULL,
+            requestedAt INTEGER NOT NULL,
+            PRIMARY KEY (account, archive, question)
+        ) WITHOUT ROWID;
+    )sql",
 };
 
 qint64 storedVersion(Database::Access &access) {
