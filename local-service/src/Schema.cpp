@@ -81,6 +81,29 @@ constexpr std::array steps = {
             PRIMARY KEY (account, archive, question)
         ) WITHOUT ROWID;
     )sql",
+    // Versions count the changes of an account, so that the highest is the library's revision.
+    // `base` and `writer` tell on what the last writer built. A removed item stays, without its
+    // content.
+    R"sql(
+        CREATE TABLE library_items (
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            kind TEXT NOT NULL,
+            key TEXT NOT NULL,
+            version INTEGER NOT NULL,
+            base INTEGER NOT NULL,
+            writer TEXT NOT NULL,
+            deleted INTEGER NOT NULL,
+            content TEXT NOT NULL,
+            PRIMARY KEY (account, kind, key),
+            UNIQUE (account, version)
+        );
+        CREATE TABLE library_changes (
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            opId TEXT NOT NULL,
+            preservedKey TEXT NOT NULL,
+            PRIMARY KEY (account, opId)
+        ) WITHOUT ROWID;
+    )sql",
 };
 
 qint64 storedVersion(Database::Access &access) {

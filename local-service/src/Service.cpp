@@ -5,6 +5,7 @@
 #include "CaseStore.h"
 #include "CatalogueRoutes.h"
 #include "Database.h"
+#include "LibraryRoutes.h"
 #include "RegisterRoutes.h"
 #include "RequestGuard.h"
 #include "RequestLog.h"
@@ -120,6 +121,7 @@ void Service::openAccounts() {
     m_signIn = std::make_unique<SignIn>(*m_database, m_options.clock);
     AccountRoutes::add(m_router, *m_database, *m_signIn, m_options.clock);
     RegisterRoutes::add(m_router, *m_signIn);
+    LibraryRoutes::add(m_router, *m_database);
 }
 
 void Service::stop() {
