@@ -104,6 +104,21 @@ constexpr std::array steps = {
             PRIMARY KEY (account, opId)
         ) WITHOUT ROWID;
     )sql",
+    // The numbers grow, so that the highest is the newest item. `archive` and `caseId` are empty
+    // for a chat.
+    R"sql(
+        CREATE TABLE wall_items (
+            number INTEGER PRIMARY KEY AUTOINCREMENT,
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            id TEXT NOT NULL,
+            archive TEXT NOT NULL,
+            caseId TEXT NOT NULL,
+            item TEXT NOT NULL,
+            UNIQUE (account, id)
+        );
+        CREATE UNIQUE INDEX wall_cases ON wall_items (account, archive, caseId)
+            WHERE caseId <> '';
+    )sql",
 };
 
 qint64 storedVersion(Database::Access &access) {

@@ -11,6 +11,7 @@
 #include "RequestLog.h"
 #include "Schema.h"
 #include "SignIn.h"
+#include "WallRoutes.h"
 
 #include <chrono>
 #include <cstdio>
@@ -113,8 +114,11 @@ void Service::openCollection() {
     CaseImport::run(*m_database, m_options.dataSet);
     m_options.dataSet.clear();
     m_cases = std::make_unique<CaseStore>(*m_database);
-    CatalogueRoutes::add(m_router, *m_cases,
-                         QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port));
+    CatalogueRoutes::add(m_router, *m_cases, origin());
+}
+
+QString Service::origin() const {
+    return QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port);
 }
 
 void Service::openAccounts() {
@@ -122,6 +126,7 @@ void Service::openAccounts() {
     AccountRoutes::add(m_router, *m_database, *m_signIn, m_options.clock);
     RegisterRoutes::add(m_router, *m_signIn);
     LibraryRoutes::add(m_router, *m_database);
+    WallRoutes::add(m_router, *m_database, *m_cases, origin(), m_options.clock);
 }
 
 void Service::stop() {

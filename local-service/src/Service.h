@@ -48,6 +48,8 @@ private:
     void bindPort();
     void openCollection();
     void openAccounts();
+    /// The service's own address, from the binding of the port on.
+    QString origin() const;
     httplib::Server::HandlerResponse receive(const httplib::Request &request,
                                              httplib::Response &response) const;
     void answer(const httplib::Request &request, httplib::Response &response) const;
