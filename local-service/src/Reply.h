@@ -19,6 +19,9 @@ enum class Connection {
 void send(httplib::Response &response, int status, const char *contentType, const QByteArray &body,
           Connection connection = Connection::Keep);
 
+/// The header that an error brings with it, whatever form the reply takes.
+void setHeader(httplib::Response &response, const RequestError &error);
+
 void sendError(httplib::Response &response, const RequestError &error, Connection connection);
 
 } // namespace Reply
