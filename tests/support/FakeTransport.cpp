@@ -13,10 +13,10 @@ FakeTransport::~FakeTransport() {
     }
 }
 
-Task<HttpResponse> FakeTransport::data(HttpRequest request, std::stop_token stop) {
+Task<FakeTransport::Reply> FakeTransport::reply(HttpRequest request, std::stop_token stop) {
     if (stop.stop_requested())
         throw CancellationError();
-    Completion<HttpResponse> completion;
+    Completion<Reply> completion;
     m_pending.push_back(Pending{request.url.path(), completion});
     m_requests.push_back(std::move(request));
     std::function<void()> onStop = [completion]() mutable {
@@ -24,8 +24,20 @@ Task<HttpResponse> FakeTransport::data(HttpRequest request, std::stop_token stop
     };
     std::stop_callback stopping(stop, onStop);
     auto waiting = completion.result();
-    HttpResponse response = co_await waiting;
-    co_return response;
+    Reply reply = co_await waiting;
+    co_return reply;
+}
+
+Task<HttpResponse> FakeTransport::data(HttpRequest request, std::stop_token stop) {
+    auto waiting = reply(std::move(request), std::move(stop));
+    Reply reply = co_await waiting;
+    co_return std::get<HttpResponse>(reply);
+}
+
+Task<std::unique_ptr<ByteStream>> FakeTransport::stream(HttpRequest request, std::stop_token stop) {
+    auto waiting = reply(std::move(request), stop);
+    Reply reply = co_await waiting;
+    co_return std::get<std::shared_ptr<FakeBody>>(reply)->reader(stop);
 }
 
 qsizetype FakeTransport::waiting(const QString &path) const {
@@ -34,7 +46,7 @@ qsizetype FakeTransport::waiting(const QString &path) const {
     });
 }
 
-std::optional<Completion<HttpResponse>> FakeTransport::next(const QString &path) const {
+std::optional<Completion<FakeTransport::Reply>> FakeTransport::next(const QString &path) const {
     for (const auto &pending : m_pending) {
         if (pending.path == path && !pending.completion.isComplete())
             return pending.completion;
@@ -51,4 +63,11 @@ void FakeTransport::answer(const QString &path, int status, const QByteArray &bo
 void FakeTransport::fail(const QString &path, URLError::Code code) {
     if (auto completion = next(path))
         completion->fail(std::make_exception_ptr(URLError(code)));
+}
+
+std::shared_ptr<FakeBody> FakeTransport::answerHead(const QString &path, int status) {
+    auto body = std::make_shared<FakeBody>(status);
+    if (auto completion = next(path))
+        completion->succeed(body);
+    return body;
 }
