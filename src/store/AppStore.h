@@ -11,13 +11,16 @@
 #include "service/API.h"
 #include "storage/LibraryEncoder.h"
 #include "store/ArchiveModel.h"
+#include "store/FramePace.h"
 #include "store/Marker.h"
+#include "store/MessageModel.h"
 
 #include <QObject>
 #include <QSet>
 
 #include <exception>
 #include <optional>
+#include <stop_token>
 #include <type_traits>
 
 /// The one state of the program: everything that more than one screen sees. Made once, kept to the
@@ -44,6 +47,13 @@ class AppStore final : public QObject {
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged FINAL)
     Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged FINAL)
     Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged FINAL)
+    Q_PROPERTY(QAbstractListModel *messages READ messageModel CONSTANT FINAL)
+    Q_PROPERTY(int messageCount READ messageCount NOTIFY chatChanged FINAL)
+    Q_PROPERTY(QString chatTitle READ chatTitle NOTIFY chatChanged FINAL)
+    Q_PROPERTY(bool chatPinned READ isChatPinned NOTIFY chatChanged FINAL)
+    Q_PROPERTY(bool chatting READ isChatting NOTIFY chattingChanged FINAL)
+    Q_PROPERTY(QString chatError READ chatErrorText NOTIFY chatErrorChanged FINAL)
+    Q_PROPERTY(QString chatProgress READ chatProgressText NOTIFY chatProgressChanged FINAL)
     Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged FINAL)
     Q_PROPERTY(bool wallLoading READ isWallLoading NOTIFY wallLoadingChanged FINAL)
     Q_PROPERTY(bool wallOffline READ isWallOffline NOTIFY wallOfflineChanged FINAL)
@@ -58,6 +68,7 @@ class AppStore final : public QObject {
 
 public:
     explicit AppStore(Platform platform, QObject *parent = nullptr);
+    ~AppStore() override;
 
     /// The server address as the user or the settings gave it, valid or not. Key of the token, of
     /// the library file and of the profile copy.
@@ -110,7 +121,23 @@ public:
 
     bool isConnecting() const { return m_connecting; }
 
+    /// The open conversation, always exact. In memory only until its first save.
     const Conversation &chat() const { return m_chat; }
+    QString chatTitle() const { return m_chat.title; }
+    bool isChatPinned() const { return m_chat.wallID.has_value(); }
+    /// The messages of the open conversation, for the screen. A growing answer is told of once in a
+    /// frame, everything else at once.
+    QAbstractListModel *messageModel() { return &m_messages; }
+    int messageCount() const { return static_cast<int>(m_chat.messages.size()); }
+    /// An answer is being received. While it is, nothing but its run changes the conversation.
+    bool isChatting() const { return m_chatting; }
+    /// Failure of the last question.
+    const std::optional<QString> &chatError() const { return m_chatError; }
+    QString chatErrorText() const { return m_chatError.value_or(QString()); }
+    /// What the service said last of its work on the answer.
+    const std::optional<QString> &chatProgress() const { return m_chatProgress; }
+    QString chatProgressText() const { return m_chatProgress.value_or(QString()); }
+
     const QList<WallItem> &wall() const { return m_wall; }
     int wallCount() const { return static_cast<int>(m_wall.size()); }
     /// The wall is being fetched.
@@ -155,8 +182,40 @@ public:
     [[nodiscard]] Task<void> connect();
     Q_INVOKABLE void beginConnect();
 
-    /// Opens the chat screen with a new conversation.
+    /// Asks within the open conversation; the answer comes into its last message. The cards of
+    /// `evidence` go along as the cases that the question is about. Does nothing for an empty
+    /// question or during an answer; a guest is told to sign in, by `chatError`.
+    void startChat(const QString &question, const QList<CaseCard> &evidence);
+    Q_INVOKABLE void startChat(const QString &question) { startChat(question, {}); }
+
+    /// Ends the answer as it stands and keeps it. From here on the run touches nothing.
+    Q_INVOKABLE void stopChat();
+
+    /// Leaves the open conversation and opens the chat screen with a new one.
     Q_INVOKABLE void newChat();
+
+    /// Leaves the open conversation and opens the chat screen with this one.
+    void openChat(Conversation conversation);
+
+    /// Puts the open conversation at the front of the library and writes it, unless it is empty.
+    void saveChat();
+
+    /// Does nothing for an empty title or an unknown conversation.
+    void renameConversation(Identifier id, const QString &title);
+
+    /// If it is the open one, a new one takes its place.
+    void deleteConversation(Conversation conversation);
+
+    /// Whether the library holds a card with the same key.
+    bool saved(const CaseCard &card) const;
+
+    /// Puts a card into the library, or takes it out.
+    void toggle(CaseCard card);
+
+    /// Asks the editors of an archive for more cases on the conversation's first question, once for
+    /// each conversation and archive. Never throws: the outcome is told by `notice`.
+    [[nodiscard]] Task<void> requestMoreCases(QString archive);
+    Q_INVOKABLE void beginRequestMoreCases(const QString &archive);
 
     /// Replaces the identity of the account and server context, which voids all work in flight.
     void replaceGeneration();
@@ -173,7 +232,11 @@ Q_SIGNALS:
     void selectedArchivesChanged();
     void noticeChanged();
     void connectingChanged();
+    /// Another conversation is open, or this one has another heading or more messages.
     void chatChanged();
+    void chattingChanged();
+    void chatErrorChanged();
+    void chatProgressChanged();
     void wallChanged();
     void wallLoadingChanged();
     void wallOfflineChanged();
@@ -198,6 +261,9 @@ private:
         QList<Archive> archives;
     };
 
+    /// What a run of the chat holds by value, whatever happens around it.
+    struct ChatRun;
+
     static Task<Catalogue> fetchCatalogue(API api, QString locale);
 
     /// The address that requests go to: a base that is not valid falls to the built-in one.
@@ -206,6 +272,16 @@ private:
     void setConnecting(bool connecting);
     void setAccount(const std::optional<Account> &account);
     void setLibrary(const LocalLibrary &library);
+
+    Conversation emptyConversation() const;
+    void setChat(const Conversation &chat);
+    /// The version that the service last reported of a conversation.
+    std::optional<qint64> knownVersion(const Identifier &conversation) const;
+    /// A run that is not current touches nothing.
+    bool isCurrent(const ChatRun &run) const;
+    Task<void> runChat(ChatRun run);
+    Task<void> receiveAnswer(ChatRun run);
+    void takeEvent(const ChatEvent &event, qsizetype index);
 
     /// Tells the screens only of what really is another value.
     template <class Value>
@@ -230,6 +306,11 @@ private:
     std::optional<QString> m_notice;
     bool m_connecting = false;
     Conversation m_chat;
+    MessageModel m_messages;
+    FramePace m_growth;
+    bool m_chatting = false;
+    std::optional<QString> m_chatError;
+    std::optional<QString> m_chatProgress;
     QList<WallItem> m_wall;
     bool m_wallLoading = false;
     bool m_wallOffline = false;
@@ -243,6 +324,9 @@ private:
     QSet<QString> m_requestingCases;
     bool m_syncing = false;
     QString m_syncStatus = QStringLiteral("Sign in to sync across devices.");
+    /// Ends the current run.
+    std::stop_source m_chatStop;
+    /// The library's version that the open conversation is being edited against.
     std::optional<qint64> m_chatBaseVersion;
     /// False while saving is paused, to protect a file that could not be read.
     bool m_libraryWritable = true;
@@ -250,4 +334,6 @@ private:
 
     /// Identity of the current account and server context.
     Identifier m_generation = Identifier::make();
+    /// Identity of the current run of the chat.
+    Identifier m_chatRun = Identifier::make();
 };
