@@ -11,7 +11,9 @@
 #include "service/API.h"
 #include "storage/LibraryEncoder.h"
 #include "store/ArchiveModel.h"
+#include "store/FramePace.h"
 #include "store/Marker.h"
+#include "store/MessageModel.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -51,11 +53,17 @@ class AppStore final : public QObject {
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged FINAL)
     Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged FINAL)
     Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged FINAL)
+    Q_PROPERTY(QAbstractListModel *messages READ messageModel CONSTANT FINAL)
+    Q_PROPERTY(int messageCount READ messageCount NOTIFY chatChanged FINAL)
+    Q_PROPERTY(QString chatTitle READ chatTitle NOTIFY chatChanged FINAL)
+    Q_PROPERTY(bool chatPinned READ isChatPinned NOTIFY chatChanged FINAL)
+    Q_PROPERTY(bool chatting READ isChatting NOTIFY chattingChanged FINAL)
+    Q_PROPERTY(QString chatError READ chatErrorText NOTIFY chatErrorChanged FINAL)
+    Q_PROPERTY(QString chatProgress READ chatProgressText NOTIFY chatProgressChanged FINAL)
     Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged FINAL)
     Q_PROPERTY(bool wallLoading READ isWallLoading NOTIFY wallLoadingChanged FINAL)
     Q_PROPERTY(bool wallOffline READ isWallOffline NOTIFY wallOfflineChanged FINAL)
     Q_PROPERTY(QString wallError READ wallErrorText NOTIFY wallErrorChanged FINAL)
-    Q_PROPERTY(bool chatting READ isChatting NOTIFY chattingChanged FINAL)
     Q_PROPERTY(bool pinning READ isPinning NOTIFY pinningChanged FINAL)
     Q_PROPERTY(bool quotaKnown READ isQuotaKnown NOTIFY quotaChanged FINAL)
     Q_PROPERTY(Quota quota READ quotaRecord NOTIFY quotaChanged FINAL)
@@ -68,6 +76,7 @@ class AppStore final : public QObject {
 
 public:
     explicit AppStore(Platform platform, QObject *parent = nullptr);
+    ~AppStore() override;
 
     /// The server address as the user or the settings gave it, valid or not. Key of the token, of
     /// the library file and of the profile copy.
@@ -126,7 +135,23 @@ public:
 
     bool isConnecting() const { return m_connecting; }
 
+    /// The open conversation, always exact. In memory only until its first save.
     const Conversation &chat() const { return m_chat; }
+    QString chatTitle() const { return m_chat.title; }
+    bool isChatPinned() const { return m_chat.wallID.has_value(); }
+    /// The messages of the open conversation, for the screen. A growing answer is told of once in a
+    /// frame, everything else at once.
+    QAbstractListModel *messageModel() { return &m_messages; }
+    int messageCount() const { return static_cast<int>(m_chat.messages.size()); }
+    /// An answer is being received. While it is, nothing but its run changes the conversation.
+    bool isChatting() const { return m_chatting; }
+    /// Failure of the last question.
+    const std::optional<QString> &chatError() const { return m_chatError; }
+    QString chatErrorText() const { return m_chatError.value_or(QString()); }
+    /// What the service said last of its work on the answer.
+    const std::optional<QString> &chatProgress() const { return m_chatProgress; }
+    QString chatProgressText() const { return m_chatProgress.value_or(QString()); }
+
     const QList<WallItem> &wall() const { return m_wall; }
     int wallCount() const { return static_cast<int>(m_wall.size()); }
     /// The wall is being fetched.
@@ -139,8 +164,6 @@ public:
     /// What is being pinned or unpinned.
     const QSet<QString> &wallMutations() const { return m_wallMutations; }
     bool isPinning() const { return m_pinning; }
-    /// An answer is being written.
-    bool isChatting() const { return m_chatting; }
 
     /// The service's last word on the questions of the account.
     const std::optional<Quota> &quota() const { return m_quota; }
@@ -218,16 +241,6 @@ public:
     /// the request throws.
     [[nodiscard]] Task<bool> resendVerification();
 
-    /// Opens the chat screen with a new conversation.
-    Q_INVOKABLE void newChat();
-
-    /// Ends the running answer and saves what there is of it.
-    Q_INVOKABLE void stopChat();
-
-    /// Keeps the open conversation in the library, in the first place. Without messages it is not
-    /// kept.
-    void saveChat();
-
     /// Sends the first of the queued changes and lays the account's library of the reply into this
     /// one. Does nothing for a guest, while saving is paused, and while a run is under way. Never
     /// throws: `syncStatus` tells how it went.
@@ -251,6 +264,41 @@ public:
     /// Opens a pinned chat as a new conversation, which is stored once it is saved.
     void resumeWallChat(const SavedChat &saved);
 
+    /// Asks within the open conversation; the answer comes into its last message. The cards of
+    /// `evidence` go along as the cases that the question is about. Does nothing for an empty
+    /// question or during an answer; a guest is told to sign in, by `chatError`.
+    void startChat(const QString &question, const QList<CaseCard> &evidence);
+    Q_INVOKABLE void startChat(const QString &question) { startChat(question, {}); }
+
+    /// Ends the answer as it stands and keeps it. From here on the run touches nothing.
+    Q_INVOKABLE void stopChat();
+
+    /// Leaves the open conversation and opens the chat screen with a new one.
+    Q_INVOKABLE void newChat();
+
+    /// Leaves the open conversation and opens the chat screen with this one.
+    void openChat(Conversation conversation);
+
+    /// Puts the open conversation at the front of the library and writes it, unless it is empty.
+    void saveChat();
+
+    /// Does nothing for an empty title or an unknown conversation.
+    void renameConversation(Identifier id, const QString &title);
+
+    /// If it is the open one, a new one takes its place.
+    void deleteConversation(Conversation conversation);
+
+    /// Whether the library holds a card with the same key.
+    bool saved(const CaseCard &card) const;
+
+    /// Puts a card into the library, or takes it out.
+    void toggle(CaseCard card);
+
+    /// Asks the editors of an archive for more cases on the conversation's first question, once for
+    /// each conversation and archive. Never throws: the outcome is told by `notice`.
+    [[nodiscard]] Task<void> requestMoreCases(QString archive);
+    Q_INVOKABLE void beginRequestMoreCases(const QString &archive);
+
     /// Replaces the identity of the account and server context, which voids all work in flight.
     void replaceGeneration();
 
@@ -268,13 +316,16 @@ Q_SIGNALS:
     void selectedArchivesChanged();
     void noticeChanged();
     void connectingChanged();
+    /// Another conversation is open, or this one has another heading or more messages.
     void chatChanged();
+    void chattingChanged();
+    void chatErrorChanged();
+    void chatProgressChanged();
     void wallChanged();
     void wallLoadingChanged();
     void wallOfflineChanged();
     void wallErrorChanged();
     void wallMutationsChanged();
-    void chattingChanged();
     void pinningChanged();
     void quotaChanged();
     void openingMembershipChanged();
@@ -294,6 +345,9 @@ private:
         QList<Archive> archives;
     };
 
+    /// What a run of the chat holds by value, whatever happens around it.
+    struct ChatRun;
+
     static Task<Catalogue> fetchCatalogue(API api, QString locale);
 
     /// The address that requests go to: a base that is not valid falls to the built-in one.
@@ -308,8 +362,6 @@ private:
     void cancelSync();
     Task<void> syncAfterPause(std::stop_token stop);
     Task<void> syncOnce(std::stop_token stop);
-    /// The service's version of a conversation, as far as it is known.
-    std::optional<qint64> versionOf(const Identifier &conversation) const;
     void takeReply(const LibraryReply &reply, const QList<LibraryChange> &batch);
     void setSyncing(bool syncing, const QString &status);
 
@@ -343,7 +395,17 @@ private:
     void keepAccount(const Account &account);
     [[nodiscard]] Task<void> refreshWallAndQuota();
 
+    Conversation emptyConversation() const;
+    /// What stood open stays as it was last saved.
     void openEmptyChat();
+    void setChat(const Conversation &chat);
+    /// The version that the service last reported of a conversation.
+    std::optional<qint64> knownVersion(const Identifier &conversation) const;
+    /// A run that is not current touches nothing.
+    bool isCurrent(const ChatRun &run) const;
+    Task<void> runChat(ChatRun run);
+    Task<void> receiveAnswer(ChatRun run);
+    void takeEvent(const ChatEvent &event, qsizetype index);
 
     /// Tells the screens only of what really is another value.
     template <class Value>
@@ -370,13 +432,17 @@ private:
     std::optional<QString> m_notice;
     bool m_connecting = false;
     Conversation m_chat;
+    MessageModel m_messages;
+    FramePace m_growth;
+    bool m_chatting = false;
+    std::optional<QString> m_chatError;
+    std::optional<QString> m_chatProgress;
     QList<WallItem> m_wall;
     bool m_wallLoading = false;
     bool m_wallOffline = false;
     std::optional<QString> m_wallError;
     QSet<QString> m_wallMutations;
     bool m_pinning = false;
-    bool m_chatting = false;
     std::optional<Quota> m_quota;
     bool m_openingMembership = false;
     bool m_refreshingAccount = false;
@@ -388,6 +454,9 @@ private:
     /// Identity of the current run, replaced by each run and by cancelSync.
     Identifier m_syncRun = Identifier::make();
     QString m_syncStatus = QStringLiteral("Sign in to sync across devices.");
+    /// Ends the current run.
+    std::stop_source m_chatStop;
+    /// The library's version that the open conversation is being edited against.
     std::optional<qint64> m_chatBaseVersion;
     /// False while saving is paused, to protect a file that could not be read or that another
     /// process writes.
@@ -400,4 +469,6 @@ private:
     Identifier m_generation = Identifier::make();
     /// Identity of the login under way, or of the last one.
     Identifier m_authenticationRun = Identifier::make();
+    /// Identity of the current run of the chat.
+    Identifier m_chatRun = Identifier::make();
 };

@@ -109,8 +109,8 @@ void AppStore::takeReply(const LibraryReply &reply, const QList<LibraryChange> &
         if (conversation.id != open.id)
             continue;
         open = conversation;
-        m_chatBaseVersion = versionOf(open.id).value_or(0);
+        m_chatBaseVersion = knownVersion(open.id).value_or(0);
         break;
     }
-    publish(m_chat, open, &AppStore::chatChanged);
+    setChat(open);
 }

@@ -236,8 +236,8 @@ void AppStore::beginPinChat() {
 void AppStore::resumeWallChat(const SavedChat &saved) {
     newChat();
     setSelectedArchives(saved.lit);
-    m_chat = saved.conversation();
-    m_chat.updatedAt = Date::from(m_platform.clock.now());
-    Q_EMIT chatChanged();
+    auto chat = saved.conversation();
+    chat.updatedAt = Date::from(m_platform.clock.now());
+    setChat(chat);
     setDestination(QStringLiteral("chat"));
 }
