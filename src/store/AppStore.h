@@ -393,6 +393,7 @@ private:
 
     /// Shows what the service says of the signed-in account, and keeps a copy for the next start.
     void keepAccount(const Account &account);
+    [[nodiscard]] Task<void> fetchAccount(bool showError);
     [[nodiscard]] Task<void> refreshWallAndQuota();
 
     Conversation emptyConversation() const;

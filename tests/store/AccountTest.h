@@ -32,7 +32,7 @@ protected:
     qsizetype sent(QLatin1String endpoint) const;
 
     /// The token kept for the server; null without one.
-    QByteArray token(const QString &server) const;
+    QByteArray token(const QString &server);
     QString user() const { return store.accountRecord().user.id; }
 
     void signIn(const QString &user);
