@@ -33,6 +33,8 @@ public:
     static void setMutations(AppStore &store, const QSet<QString> &keys) {
         store.m_wallMutations = keys;
     }
+    /// No edit starts a synchronisation of its own.
+    static void holdSync(AppStore &store) { store.m_syncing = true; }
     static void cancelSync(AppStore &store) { store.cancelSync(); }
 
     /// Fills every field that belongs to one account alone.

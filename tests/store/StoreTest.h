@@ -8,18 +8,20 @@
 
 #include <gtest/gtest.h>
 
-/// A store on a whole system that the test drives. What a test leaves under way is ended before
-/// the store goes.
+/// Ends what is under way, before the store goes.
+inline void endAll(AppStore &store, TestPlatform<FakeTransport> &system) {
+    StoreAccess::cancelSync(store);
+    settleEventLoop();
+    while (system.transport.abandon() || system.clock.sleepers() > 0) {
+        system.clock.advance(std::chrono::hours(1));
+        settleEventLoop();
+    }
+}
+
+/// A store on a whole system that the test drives.
 class StoreTest : public testing::Test {
 protected:
-    void TearDown() override {
-        StoreAccess::cancelSync(store);
-        settleEventLoop();
-        while (system.transport.abandon() || system.clock.sleepers() > 0) {
-            system.clock.advance(std::chrono::hours(1));
-            settleEventLoop();
-        }
-    }
+    void TearDown() override { endAll(store, system); }
 
     TestPlatform<FakeTransport> system;
     AppStore store{system.platform()};
