@@ -81,7 +81,7 @@ TEST_F(BrowserSignIn, ShowsWhatItIs) {
         std::string::npos);
     auto query = attempt();
     query.erase("lang");
-    query.insert({"lang", "zh"});
+    query.insert({"lang", "zh-Hant"});
     EXPECT_TRUE(holds(start(query), "用来代替 Google 登录"));
 
     const std::tuple<const char *, const char *> refused[] = {
