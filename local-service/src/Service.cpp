@@ -1,6 +1,7 @@
 #include "Service.h"
 
 #include "AccountRoutes.h"
+#include "BrowserRoutes.h"
 #include "CaseImport.h"
 #include "CaseStore.h"
 #include "CatalogueRoutes.h"
@@ -11,6 +12,7 @@
 #include "RequestLog.h"
 #include "Schema.h"
 #include "SignIn.h"
+#include "SignInCodes.h"
 #include "WallRoutes.h"
 
 #include <chrono>
@@ -123,8 +125,10 @@ QString Service::origin() const {
 
 void Service::openAccounts() {
     m_signIn = std::make_unique<SignIn>(*m_database, m_options.clock);
+    m_signInCodes = std::make_unique<SignInCodes>();
     AccountRoutes::add(m_router, *m_database, *m_signIn, m_options.clock);
     RegisterRoutes::add(m_router, *m_signIn);
+    BrowserRoutes::add(m_router, *m_signIn, *m_signInCodes, m_options.clock);
     LibraryRoutes::add(m_router, *m_database);
     WallRoutes::add(m_router, *m_database, *m_cases, origin(), m_options.clock);
 }

@@ -14,6 +14,7 @@
 class CaseStore;
 class Database;
 class SignIn;
+class SignInCodes;
 
 struct ServiceOptions {
     QString dataDirectory;
@@ -60,6 +61,7 @@ private:
     std::unique_ptr<Database> m_database;
     std::unique_ptr<CaseStore> m_cases;
     std::unique_ptr<SignIn> m_signIn;
+    std::unique_ptr<SignInCodes> m_signInCodes;
     httplib::Server m_server;
     socket_t m_listener = -1;
     std::future<bool> m_listening;
