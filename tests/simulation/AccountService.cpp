@@ -1,0 +1,106 @@
+#include "tests/simulation/AccountService.h"
+
+#include "local-service/src/LibraryStore.h"
+#include "local-service/src/Secrets.h"
+#include "local-service/src/Session.h"
+#include "records/Json.h"
+#include "service/Endpoints.h"
+
+namespace {
+
+const QString conversationKind = QStringLiteral("conversation");
+
+HttpResponse refused() {
+    return {401, R"({"error":"signin_required"})"};
+}
+
+QByteArray tokenOf(const HttpRequest &request) {
+    for (const auto &[name, value] : request.headers) {
+        if (name == "Authorization")
+            return value.mid(static_cast<int>(sizeof "Bearer " - 1));
+    }
+    return {};
+}
+
+QByteArray answerText() {
+    return R"({"type":"delta","text":"An "})"
+           "\n"
+           R"({"type":"delta","text":"answer."})"
+           "\n"
+           R"({"type":"done"})";
+}
+
+} // namespace
+
+AccountService::AccountService(Database &database, QString handle)
+    : m_database(database),
+      m_accounts(database),
+      m_credentials(m_accounts.add(handle, "hash").value()) {
+    const auto token = "app_" + Secrets::make().toUtf8();
+    m_accounts.openSession(m_credentials, Secrets::digest(token));
+    m_observer = m_accounts.session(token).value();
+}
+
+HttpResponse AccountService::login() {
+    const auto token = "app_" + Secrets::make().toUtf8();
+    m_accounts.openSession(m_credentials, Secrets::digest(token));
+    Login login;
+    login.token = QString::fromUtf8(token);
+    login.user = m_accounts.session(token)->account.user;
+    return {200, Json::encode(login)};
+}
+
+HttpResponse AccountService::answer(const HttpRequest &request) {
+    const auto path = request.url.path().mid(1);
+    if (path == Endpoint::health)
+        return {200, R"({"ok":true,"environment":"test","chatMode":"test","total":0})"};
+    if (path == Endpoint::archives || path == Endpoint::wall)
+        return {200, R"({"items":[]})"};
+    if (path == Endpoint::login)
+        return login();
+
+    const auto session = m_accounts.session(tokenOf(request));
+    if (!session)
+        return refused();
+    if (path == Endpoint::logout) {
+        m_accounts.closeSession(session->tokenDigest);
+        return {200, "{}"};
+    }
+    if (path == Endpoint::me)
+        return {200, Json::encode(session->account)};
+    if (path == Endpoint::quota)
+        return {200, R"({"plan":"free","used":1,"limit":50})"};
+    if (path == Endpoint::chatRuns)
+        return {200, answerText()};
+    if (path == Endpoint::library)
+        return exchange(*session, Json::decode<LibraryUpload>(*request.body));
+    return {404, R"({"error":"not_found"})"};
+}
+
+HttpResponse AccountService::exchange(const Session &session, const LibraryUpload &upload) {
+    countConflicts(upload);
+    const auto reply = LibraryStore::exchange(m_database, session, upload.changes);
+    for (const auto &conflict : reply.conflicts.value_or(QList<LibraryConflict>()))
+        m_preserved.insert(conflict.preservedKey);
+    return {200, Json::encode(reply)};
+}
+
+LibraryReply AccountService::library() {
+    return LibraryStore::exchange(m_database, m_observer, {});
+}
+
+void AccountService::countConflicts(const LibraryUpload &upload) {
+    QHash<QString, LibraryRecord> held;
+    for (const auto &record : library().records)
+        held.insert(record.identity(), record);
+    for (const auto &change : upload.changes) {
+        if (m_taken.contains(change.opId.text))
+            continue;
+        m_taken.insert(change.opId.text);
+        const auto found = held.constFind(change.identity());
+        if (change.kind == conversationKind && !change.deleted && found != held.cend() &&
+            !found->deleted && found->version != change.baseVersion &&
+            found->conversation != change.conversation)
+            ++m_conflicts;
+    }
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "tests/simulation/AccountService.h"
+#include "tests/simulation/Device.h"
+#include "tests/simulation/Ledger.h"
+
+#include <QTemporaryDir>
+
+#include <vector>
+
+/// One course of several devices with one account, as a seed decides it: edits, crashes, changes of
+/// identity and server, and a network that loses, repeats and reorders. In the end everything
+/// comes to rest and must agree.
+class Simulation final {
+public:
+    /// The database may serve many simulations, one after the other.
+    Simulation(unsigned seed, Database &database);
+
+    /// Gives what was violated, in words; empty when all held.
+    QString run();
+
+    const AccountService &service() const { return m_service; }
+    const Ledger &ledger() const { return m_ledger; }
+
+    /// What happened last, oldest first.
+    const QStringList &trace() const { return m_trace; }
+
+private:
+    void step();
+    void edit(int number);
+    void editConversation(AppStore &store, const Conversation &conversation);
+    void changeIdentity(AppStore &store);
+    void note(const QString &event);
+    void record();
+
+    void signInEverywhere();
+    void settleDown();
+    void deliverEverything();
+    QString check();
+
+    Random m_random;
+    QTemporaryDir m_directory;
+    AccountService m_service;
+    VirtualNetwork m_network;
+    std::chrono::milliseconds m_time{0};
+    std::vector<std::unique_ptr<Device>> m_devices;
+    /// What each device's guest has saved, by library.
+    std::vector<QHash<QString, QList<CaseCard>>> m_guests;
+    Ledger m_ledger;
+    QStringList m_trace;
+};
