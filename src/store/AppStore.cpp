@@ -117,6 +117,10 @@ API AppStore::api() const {
     return API(requestBase(), std::move(token), m_platform.transport);
 }
 
+Task<void> AppStore::sleep(std::chrono::milliseconds duration, std::stop_token stop) const {
+    return m_platform.clock.sleep(duration, std::move(stop));
+}
+
 void AppStore::setAccount(const std::optional<Account> &account) {
     publish(m_account, account, &AppStore::accountChanged);
 }

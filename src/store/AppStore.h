@@ -16,8 +16,10 @@
 #include <QObject>
 #include <QSet>
 
+#include <chrono>
 #include <exception>
 #include <optional>
+#include <stop_token>
 #include <type_traits>
 
 /// The one state of the program: everything that more than one screen sees. Made once, kept to the
@@ -149,6 +151,10 @@ public:
 
     /// Made afresh for each piece of work. Carries the token only while there is an account.
     API api() const;
+
+    /// Goes on after the time, for a screen that waits for its user to pause. Throws
+    /// CancellationError once `stop` was requested.
+    [[nodiscard]] Task<void> sleep(std::chrono::milliseconds duration, std::stop_token stop) const;
 
     /// Fetches the service's health and the catalogue, side by side, and publishes both or neither.
     /// Never throws: a failure ends in `notice`.
