@@ -11,8 +11,8 @@ PlainButton {
 
     required property AppStore store
     required property CaseBrowserModel model
-    readonly property string words: model.archives.length > 0 ? model.archives.join(", ")
-                                                              : store.words.text("allArchives")
+    readonly property string words: model.archives.all ? store.words.text("allArchives")
+                                                       : model.archives.names
 
     topPadding: 6
     bottomPadding: 6
@@ -37,7 +37,7 @@ PlainButton {
             text: button.words
             elide: Text.ElideRight
             font: Fonts.face.mono(Fonts.caption)
-            color: button.model.archives.length > 0 ? Ink.paper : Ink.dim
+            color: button.model.archives.all ? Ink.dim : Ink.paper
             Accessible.ignored: true
         }
     }
@@ -58,7 +58,7 @@ PlainButton {
 
                 text: ArchiveStyle.domain(modelData)
                 checkable: true
-                checked: button.model.archives.includes(modelData)
+                checked: button.model.archives.contains(modelData)
                 onTriggered: button.model.limitToArchive(modelData, checked)
             }
         }

@@ -118,10 +118,7 @@ void CaseBrowserModel::setText(const QString &text) {
 
 void CaseBrowserModel::limitToArchive(const QString &archive, bool limited) {
     auto archives = m_archives;
-    archives.removeAll(archive);
-    if (limited)
-        archives.append(archive);
-    archives.sort();
+    archives.set(archive, limited);
     setArchives(archives);
 }
 
@@ -129,7 +126,7 @@ void CaseBrowserModel::searchAllArchives() {
     setArchives({});
 }
 
-void CaseBrowserModel::setArchives(const QStringList &archives) {
+void CaseBrowserModel::setArchives(const ArchiveSelection &archives) {
     if (m_archives == archives)
         return;
     m_archives = archives;
@@ -155,7 +152,7 @@ CaseQuery CaseBrowserModel::query() const {
             .decade = m_decade.value(),
             .year = m_year.value(),
             .sort = m_sort.value(),
-            .archives = m_archives};
+            .archives = m_archives.ids()};
 }
 
 /// For each change of what is asked for.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "screens/ArchiveSelection.h"
 #include "screens/CaseFilter.h"
 #include "screens/CaseQuery.h"
 #include "screens/CaseResults.h"
@@ -27,7 +28,7 @@ class CaseBrowserModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(CaseFilter *decade READ decade CONSTANT FINAL)
     Q_PROPERTY(CaseFilter *year READ year CONSTANT FINAL)
     Q_PROPERTY(CaseFilter *sort READ sort CONSTANT FINAL)
-    Q_PROPERTY(QStringList archives READ archives NOTIFY archivesChanged FINAL)
+    Q_PROPERTY(ArchiveSelection archives READ archives NOTIFY archivesChanged FINAL)
     Q_PROPERTY(Showing showing READ showing NOTIFY showingChanged FINAL)
     Q_PROPERTY(QAbstractListModel *cards READ cards CONSTANT FINAL)
     Q_PROPERTY(double total READ total NOTIFY totalChanged FINAL)
@@ -61,8 +62,8 @@ public:
     CaseFilter *year() { return &m_year; }
     CaseFilter *sort() { return &m_sort; }
 
-    /// Sorted ids that a search of all archives is limited to; empty means all.
-    const QStringList &archives() const { return m_archives; }
+    /// What a search of all archives is limited to.
+    const ArchiveSelection &archives() const { return m_archives; }
     Q_INVOKABLE void limitToArchive(const QString &archive, bool limited);
     Q_INVOKABLE void searchAllArchives();
 
@@ -114,7 +115,7 @@ private:
     CaseQuery query() const;
     void show(const CaseQuery &asked, const SearchPage &page);
     void setCategories(const QList<QString> &values);
-    void setArchives(const QStringList &archives);
+    void setArchives(const ArchiveSelection &archives);
     void updateSelectedCard();
 
     /// Tells the screen only of what really is another value.
@@ -135,7 +136,7 @@ private:
     CaseFilter m_decade;
     CaseFilter m_year;
     CaseFilter m_sort{QStringLiteral("recent")};
-    QStringList m_archives;
+    ArchiveSelection m_archives;
 
     Showing m_showing = Showing::Loading;
     CaseResults m_results;

@@ -14,15 +14,16 @@ RowLayout {
 
     spacing: 10
 
-    TextLabel {
+    Text {
         Layout.fillWidth: true
         Layout.minimumHeight: more.implicitHeight
         text: row.store.words.number(row.model.total) + " " + row.store.words.text("columnCases")
+        textFormat: Text.PlainText
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
         font: Fonts.face.mono(Fonts.label)
         color: Ink.mute
-        // A screen reader tells of a status that changes by itself.
+        // Told by a screen reader when it changes. A label of the toolkit would keep its own role.
         Accessible.role: Accessible.StatusBar
         Accessible.name: text
     }

@@ -85,6 +85,12 @@ Rectangle {
             }
         }
 
+        Rectangle {
+            Layout.fillWidth: true
+            implicitHeight: 1
+            color: Ink.line
+        }
+
         CaseCount {
             Layout.fillWidth: true
             Layout.margins: 16

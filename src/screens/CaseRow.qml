@@ -44,43 +44,10 @@ T.ItemDelegate {
     contentItem: Column {
         spacing: 10
 
-        Item {
+        CaseOrigin {
             width: parent.width
-            implicitHeight: eyebrow.implicitHeight
-
-            Rectangle {
-                id: square
-
-                anchors.verticalCenter: parent.verticalCenter
-                width: 8
-                height: 8
-                radius: 2
-                color: ArchiveStyle.color(row.archive)
-            }
-
-            Eyebrow {
-                id: eyebrow
-
-                anchors.left: square.right
-                anchors.leftMargin: 8
-                anchors.right: era.left
-                anchors.rightMargin: 8
-                words: row.archive
-                elide: Text.ElideRight
-                Accessible.ignored: true
-            }
-
-            Text {
-                id: era
-
-                anchors.right: parent.right
-                width: Math.min(implicitWidth, parent.width / 2)
-                text: row.era
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
-                font: Fonts.face.mono(Fonts.label)
-                color: Ink.mute
-            }
+            archive: row.archive
+            era: row.era
         }
 
         Text {
@@ -102,6 +69,8 @@ T.ItemDelegate {
             maximumLineCount: 2
             elide: Text.ElideRight
             font: Fonts.face.reading(16)
+            lineHeightMode: Text.FixedHeight
+            lineHeight: Fonts.face.lineHeight(font, 3)
             color: Ink.dim
         }
     }

@@ -54,22 +54,27 @@ ColumnLayout {
             color: ArchiveStyle.color(header.model.archive)
         }
 
-        TextLabel {
+        // A label of the toolkit would keep its own role.
+        Text {
             Layout.fillWidth: true
             Layout.alignment: Qt.AlignTop
             text: header.model.title
+            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             font: Fonts.face.archivo(29, 800, 88)
+            color: Ink.paper
             Accessible.role: Accessible.Heading
+            Accessible.name: text
         }
     }
 
     TextLabel {
         Layout.fillWidth: true
         visible: header.model.archive !== ""
-        text: header.store.words.text("archive.sub." + header.model.archive)
+        text: visible ? header.store.words.text("archive.sub." + header.model.archive) : ""
         wrapMode: Text.Wrap
         font: Fonts.face.reading(17)
+        leading: 3
         color: Ink.dim
     }
 

@@ -51,7 +51,7 @@ T.ComboBox {
     background: Rectangle {
         radius: 7
         color: Ink.paper1
-        border.color: picker.hovered || picker.popup.visible ? Ink.mute : Ink.lineStrong
+        border.color: picker.hovered || picker.popup.visible ? Ink.lineStrong : Ink.line
 
         Rectangle {
             anchors.fill: parent
