@@ -16,7 +16,7 @@ PlainButton {
 
     topPadding: 6
     bottomPadding: 6
-    leftPadding: 12
+    leftPadding: 10
     rightPadding: 10
     radius: 7
     Accessible.role: Accessible.ButtonMenu
@@ -36,7 +36,7 @@ PlainButton {
             Layout.fillWidth: true
             text: button.words
             elide: Text.ElideRight
-            font: Fonts.face.mono(Fonts.caption)
+            font: Fonts.face.mono(Fonts.label)
             color: button.model.archives.all ? Ink.dim : Ink.paper
             Accessible.ignored: true
         }

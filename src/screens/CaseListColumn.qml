@@ -75,6 +75,7 @@ Rectangle {
                     wrapMode: Text.Wrap
                     horizontalAlignment: Text.AlignHCenter
                     font: Fonts.face.reading(18)
+                    leading: 3
                 }
 
                 BrandButton {

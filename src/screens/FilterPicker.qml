@@ -14,9 +14,9 @@ T.ComboBox {
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    leftPadding: 12
-    rightPadding: 32
-    verticalPadding: 8
+    leftPadding: 10
+    rightPadding: 24
+    verticalPadding: 9
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     model: filter.choices
@@ -35,16 +35,16 @@ T.ComboBox {
         text: picker.displayText
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
-        font: Fonts.face.mono(Fonts.caption)
+        font: Fonts.face.mono(Fonts.label)
         color: picker.currentIndex > 0 ? Ink.paper : Ink.dim
         Accessible.ignored: true
     }
 
     indicator: Symbol {
-        x: picker.width - width - 10
+        x: picker.width - width - 8
         y: (picker.height - height) / 2
         name: "chevron.down"
-        size: 14
+        size: 12
         color: Ink.mute
     }
 

@@ -4,10 +4,19 @@
 
 namespace {
 
-/// There and back, so that letters which only one of the cases tells apart become equal.
+/// A text in which letters that differ in case alone are equal.
 QString folded(const QString &text) {
+    const auto composed = text.normalized(QString::NormalizationForm_C);
     const QLocale locale;
-    return locale.toLower(locale.toUpper(text.normalized(QString::NormalizationForm_C)));
+    switch (locale.language()) {
+    case QLocale::Turkish:
+    case QLocale::Azerbaijani:
+    case QLocale::Lithuanian:
+        // These pair some letters in a way of their own.
+        return locale.toLower(locale.toUpper(composed));
+    default:
+        return composed.toCaseFolded();
+    }
 }
 
 } // namespace

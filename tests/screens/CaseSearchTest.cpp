@@ -119,4 +119,15 @@ TEST(SavedSearch, FindsTextsInTitleAndSummaryIgnoringCase) {
     };
     for (const auto &[text, found] : searches)
         EXPECT_EQ(keys(search.matching(text)), found) << text.toStdString();
+
+    // A dotted and a dotless i are two letters in Turkish.
+    const QLocale before;
+    CaseCard river = sampleCard(u"river"_s);
+    river.title = u"K\u0131z\u0131l\u0131rmak"_s;
+    for (const auto language : {QLocale::Turkish, QLocale::English}) {
+        QLocale::setDefault(language);
+        SavedSearch turkish({river});
+        EXPECT_EQ(turkish.matching(u"KIZIL"_s).size(), language == QLocale::Turkish ? 1 : 0);
+    }
+    QLocale::setDefault(before);
 }
