@@ -37,6 +37,9 @@ ListView {
         width: list.width
         chosen: key === list.browser.selected
         marked: activeFocus && list.usesKeys
+        // A row that waits to be used again is not drawn, but a screen reader would still find it.
+        ListView.onPooled: visible = false
+        ListView.onReused: visible = true
         onOpened: list.browser.selected = key
         onClicked: {
             list.usesKeys = false;

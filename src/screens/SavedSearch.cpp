@@ -6,17 +6,7 @@ namespace {
 
 /// A text in which letters that differ in case alone are equal.
 QString folded(const QString &text) {
-    const auto composed = text.normalized(QString::NormalizationForm_C);
-    const QLocale locale;
-    switch (locale.language()) {
-    case QLocale::Turkish:
-    case QLocale::Azerbaijani:
-    case QLocale::Lithuanian:
-        // These pair some letters in a way of their own.
-        return locale.toLower(locale.toUpper(composed));
-    default:
-        return composed.toCaseFolded();
-    }
+    return QLocale().toUpper(text.normalized(QString::NormalizationForm_C));
 }
 
 } // namespace

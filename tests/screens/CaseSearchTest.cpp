@@ -127,7 +127,7 @@ TEST(SavedSearch, FindsTextsInTitleAndSummaryIgnoringCase) {
     for (const auto language : {QLocale::Turkish, QLocale::English}) {
         QLocale::setDefault(language);
         SavedSearch turkish({river});
-        EXPECT_EQ(turkish.matching(u"KIZIL"_s).size(), language == QLocale::Turkish ? 1 : 0);
+        EXPECT_EQ(turkish.matching(u"kizil"_s).size(), language == QLocale::Turkish ? 0 : 1);
     }
     QLocale::setDefault(before);
 }
