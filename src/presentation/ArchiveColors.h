@@ -11,9 +11,13 @@ class ArchiveColors final : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(ArchiveStyle)
     QML_SINGLETON
+    Q_PROPERTY(QStringList ids READ ids CONSTANT FINAL)
 
 public:
     using QObject::QObject;
+
+    /// In display order.
+    QStringList ids() const { return ArchiveStyle::ids(); }
 
     Q_INVOKABLE QColor color(const QString &archive) const {
         return QColor::fromRgb(ArchiveStyle::color(archive));

@@ -25,7 +25,16 @@ Rectangle {
     }
 
     function screenFile(destination: string): string {
-        return destination === "home" ? "ArchivesHomeView.qml" : "LaterView.qml";
+        switch (destination) {
+        case "home":
+            return "ArchivesHomeView.qml";
+        case "chat":
+        case "wall":
+        case "history":
+        case "account":
+            return "LaterView.qml";
+        }
+        return "CaseBrowserView.qml";
     }
 
     function rebuild() {

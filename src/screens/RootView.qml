@@ -13,15 +13,7 @@ T.SplitView {
 
     orientation: Qt.Horizontal
 
-    handle: Rectangle {
-        implicitWidth: 1
-        color: T.SplitHandle.hovered || T.SplitHandle.pressed ? Ink.brand : Ink.line
-        containmentMask: Item {
-            x: -4
-            width: 9
-            height: root.height
-        }
-    }
+    handle: SplitLine {}
 
     Sidebar {
         store: root.store

@@ -125,6 +125,10 @@ API AppStore::api() const {
     return API(requestBase(), std::move(token), m_platform.transport);
 }
 
+Task<void> AppStore::sleep(std::chrono::milliseconds duration, std::stop_token stop) const {
+    return m_platform.clock.sleep(duration, std::move(stop));
+}
+
 void AppStore::setArchives(const QList<Archive> &archives) {
     if (m_archives.items() == archives)
         return;

@@ -19,6 +19,7 @@
 #include <QObject>
 #include <QSet>
 
+#include <chrono>
 #include <exception>
 #include <optional>
 #include <stop_token>
@@ -194,6 +195,10 @@ public:
 
     /// Made afresh for each piece of work. Carries the token only while there is an account.
     API api() const;
+
+    /// Goes on after the time, for a screen that waits for its user to pause. Throws
+    /// CancellationError once `stop` was requested.
+    [[nodiscard]] Task<void> sleep(std::chrono::milliseconds duration, std::stop_token stop) const;
 
     /// The words of an error, for a screen's own line.
     QString describe(std::exception_ptr error) const;

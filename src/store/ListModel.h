@@ -33,6 +33,23 @@ public:
             removeRowsOf(items.size(), m_items.size());
     }
 
+    /// Replaces the list by one that has nothing to do with it: views start over.
+    void replaceItems(const QList<Record> &items) {
+        beginResetModel();
+        m_items = items;
+        endResetModel();
+    }
+
+    /// Adds rows at the end and reports these alone.
+    void append(const QList<Record> &items) {
+        if (items.isEmpty())
+            return;
+        const auto first = static_cast<int>(m_items.size());
+        beginInsertRows({}, first, first + static_cast<int>(items.size()) - 1);
+        m_items.append(items);
+        endInsertRows();
+    }
+
     /// Replaces the record of one row, of which only these roles differ; none named means all.
     void setItem(qsizetype at, const Record &record, const QList<int> &roles = {}) {
         m_items[at] = record;

@@ -1,5 +1,6 @@
 #include "screens/HomeModel.h"
 #include "service/Endpoints.h"
+#include "tests/screens/SearchPages.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakeTransport.h"
 #include "tests/support/TestPlatform.h"
@@ -7,18 +8,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-QByteArray page(const QStringList &ids) {
-    QByteArray items;
-    for (const auto &id : ids) {
-        const auto text = id.toUtf8();
-        items += (items.isEmpty() ? "" : ",") + QByteArray("{\"id\":\"") + text +
-                 "\",\"key\":\"foible:" + text +
-                 "\",\"archive\":\"foible\",\"title\":\"T\",\"summary\":\"S\",\"category\":\"c\","
-                 "\"era\":\"1900\",\"locale\":\"en\"}";
-    }
-    return "{\"items\":[" + items + "],\"total\":9,\"hasMore\":true,\"offset\":0,\"limit\":2}";
-}
 
 class HomeModelTest : public testing::Test {
 protected:
@@ -34,7 +23,7 @@ protected:
     }
 
     void answer(const QStringList &ids) {
-        m_system.transport.answer(path(), 200, page(ids));
+        m_system.transport.answer(path(), 200, searchPage(ids, 9, true));
         settleEventLoop();
     }
 

@@ -1,6 +1,7 @@
 #include "tests/screens/OpenWindow.h"
 
 #include "presentation/SymbolImages.h"
+#include "tests/support/Await.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -36,6 +37,8 @@ OpenWindow::OpenWindow(AppStore &store) : m_windows(m_engine, store) {
 
 OpenWindow::~OpenWindow() {
     qDeleteAll(windows());
+    // What they had under way ends in the event loop.
+    settleEventLoop();
 }
 
 QList<QQuickWindow *> OpenWindow::windows() const {
