@@ -15,8 +15,8 @@ const QLatin1String tokenPrefix("app_");
 
 const QString unusableAddress =
     QStringLiteral("Use an HTTPS server address, or HTTP on localhost.");
-const QString notConfirmed = QStringLiteral(
-    "Signed out on this Mac. The service could not confirm remote sign-out.");
+const QString notConfirmed =
+    QStringLiteral("Signed out on this Mac. The service could not confirm remote sign-out.");
 
 } // namespace
 

@@ -14,6 +14,12 @@ public:
         store.setAccount(account);
     }
 
+    static void setEmail(AppStore &store, const QString &email) {
+        store.m_account->user.email = email;
+    }
+
+    static void setSyncing(AppStore &store) { store.m_syncing = true; }
+
     static LocalLibrary &library(AppStore &store) { return store.m_library; }
 
     /// Fills every field that belongs to one account alone.

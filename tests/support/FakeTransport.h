@@ -4,6 +4,8 @@
 #include "platform/Transport.h"
 #include "platform/URLError.h"
 
+#include <QHash>
+
 /// Requests that wait until the test answers them, in any order. Answers never arrive inside the
 /// call that gives them. An answer without a waiting request fails the test, and so does a request
 /// that is still waiting at the end.
@@ -23,6 +25,10 @@ public:
     void answer(const QString &path, int status, const QByteArray &body);
     void fail(const QString &path, URLError::Code code);
 
+    /// From now on every request to the path is answered by itself, in a later turn; without a
+    /// response, by the test again.
+    void always(const QString &path, const std::optional<HttpResponse> &response);
+
 private:
     struct Pending {
         QString path;
@@ -33,4 +39,5 @@ private:
 
     std::vector<HttpRequest> m_requests;
     std::vector<Pending> m_pending;
+    QHash<QString, HttpResponse> m_always;
 };
