@@ -3,6 +3,7 @@
 #include "tests/support/PrivateBus.h"
 
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QFileOpenEvent>
 
 #include <gtest/gtest.h>

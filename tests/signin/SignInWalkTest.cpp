@@ -13,6 +13,7 @@
 
 #include <QCryptographicHash>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QUrlQuery>

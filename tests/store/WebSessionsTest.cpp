@@ -3,6 +3,8 @@
 #include "signin/GoogleAuthorization.h"
 #include "tests/store/AccountTest.h"
 
+#include <QJsonDocument>
+
 using namespace Qt::StringLiterals;
 
 namespace {
