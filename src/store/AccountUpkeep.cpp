@@ -22,28 +22,36 @@ Task<void> AppStore::refreshAccount(bool showError) {
     if (!m_account || m_refreshingAccount)
         co_return;
     const Marker marker(m_generation);
+    publish(m_refreshingAccount, true, &AppStore::refreshingAccountChanged);
+    auto fetching = fetchAccount(showError);
+    co_await fetching;
+    if (marker.holds())
+        publish(m_refreshingAccount, false, &AppStore::refreshingAccountChanged);
+}
+
+Task<void> AppStore::fetchAccount(bool showError) {
+    const Marker marker(m_generation);
     const QString key = libraryKey();
     const API service = api();
-    publish(m_refreshingAccount, true, &AppStore::refreshingAccountChanged);
     std::optional<Account> reply;
     try {
         auto asking = service.get<Account>(Endpoint::me, {}, {});
         reply = co_await asking;
     } catch (...) {
-        if (showError && marker.holds() && libraryKey() == key)
-            setNotice(text(QStringLiteral("loadFailed")));
+        // Whatever the reason, nobody is signed out.
     }
-    // Only the signed-in user's own account is news; nobody is signed out here.
-    if (reply && m_account && m_account->user.id == reply->user.id && marker.holds() &&
-        libraryKey() == key) {
-        if (m_account->plan != reply->plan)
-            publish(m_quota, {}, &AppStore::quotaChanged);
-        keepAccount(*reply);
-        auto refreshing = refreshQuota();
-        co_await refreshing;
-    }
-    if (marker.holds())
-        publish(m_refreshingAccount, false, &AppStore::refreshingAccountChanged);
+    if (!marker.holds() || libraryKey() != key)
+        co_return;
+    if (!reply && showError)
+        setNotice(text(QStringLiteral("loadFailed")));
+    // Only the signed-in user's own account is news.
+    if (!reply || !m_account || m_account->user.id != reply->user.id)
+        co_return;
+    if (m_account->plan != reply->plan)
+        publish(m_quota, {}, &AppStore::quotaChanged);
+    keepAccount(*reply);
+    auto refreshing = refreshQuota();
+    co_await refreshing;
 }
 
 void AppStore::beginRefreshAccount(bool showError) {

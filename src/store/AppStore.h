@@ -12,7 +12,9 @@
 #include "signin/GoogleSignIn.h"
 #include "storage/LibraryEncoder.h"
 #include "store/ArchiveModel.h"
+#include "store/FramePace.h"
 #include "store/Marker.h"
+#include "store/MessageModel.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -53,6 +55,13 @@ class AppStore final : public QObject {
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged FINAL)
     Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged FINAL)
     Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged FINAL)
+    Q_PROPERTY(QAbstractListModel *messages READ messageModel CONSTANT FINAL)
+    Q_PROPERTY(int messageCount READ messageCount NOTIFY chatChanged FINAL)
+    Q_PROPERTY(QString chatTitle READ chatTitle NOTIFY chatChanged FINAL)
+    Q_PROPERTY(bool chatPinned READ isChatPinned NOTIFY chatChanged FINAL)
+    Q_PROPERTY(bool chatting READ isChatting NOTIFY chattingChanged FINAL)
+    Q_PROPERTY(QString chatError READ chatErrorText NOTIFY chatErrorChanged FINAL)
+    Q_PROPERTY(QString chatProgress READ chatProgressText NOTIFY chatProgressChanged FINAL)
     Q_PROPERTY(int wallCount READ wallCount NOTIFY wallChanged FINAL)
     Q_PROPERTY(bool wallLoading READ isWallLoading NOTIFY wallLoadingChanged FINAL)
     Q_PROPERTY(bool wallOffline READ isWallOffline NOTIFY wallOfflineChanged FINAL)
@@ -69,6 +78,7 @@ class AppStore final : public QObject {
 
 public:
     explicit AppStore(Platform platform, QObject *parent = nullptr);
+    ~AppStore() override;
 
     /// The server address as the user or the settings gave it, valid or not. Key of the token, of
     /// the library file and of the profile copy.
@@ -129,7 +139,23 @@ public:
 
     bool isConnecting() const { return m_connecting; }
 
+    /// The open conversation, always exact. In memory only until its first save.
     const Conversation &chat() const { return m_chat; }
+    QString chatTitle() const { return m_chat.title; }
+    bool isChatPinned() const { return m_chat.wallID.has_value(); }
+    /// The messages of the open conversation, for the screen. A growing answer is told of once in a
+    /// frame, everything else at once.
+    QAbstractListModel *messageModel() { return &m_messages; }
+    int messageCount() const { return static_cast<int>(m_chat.messages.size()); }
+    /// An answer is being received. While it is, nothing but its run changes the conversation.
+    bool isChatting() const { return m_chatting; }
+    /// Failure of the last question.
+    const std::optional<QString> &chatError() const { return m_chatError; }
+    QString chatErrorText() const { return m_chatError.value_or(QString()); }
+    /// What the service said last of its work on the answer.
+    const std::optional<QString> &chatProgress() const { return m_chatProgress; }
+    QString chatProgressText() const { return m_chatProgress.value_or(QString()); }
+
     const QList<WallItem> &wall() const { return m_wall; }
     int wallCount() const { return static_cast<int>(m_wall.size()); }
     /// The wall is being fetched.
@@ -229,14 +255,63 @@ public:
     [[nodiscard]] Task<void> openMembership(QString plan);
     Q_INVOKABLE void beginOpenMembership(const QString &plan);
 
-    /// Opens the chat screen with a new conversation.
-    Q_INVOKABLE void newChat();
+    /// Sends the first of the queued changes and lays the account's library of the reply into this
+    /// one. Does nothing for a guest, while saving is paused, and while a run is under way. Never
+    /// throws: `syncStatus` tells how it went.
+    [[nodiscard]] Task<void> syncLibrary();
+    Q_INVOKABLE void beginSync();
 
-    /// Ends the running answer and saves what there is of it.
+    /// Fetches the wall; out of reach of the service it is the copy of this machine. Never throws.
+    [[nodiscard]] Task<void> refreshWall();
+    Q_INVOKABLE void beginRefreshWall();
+    /// Whether the wall on display holds the case.
+    Q_INVOKABLE bool isOnWall(const CaseCard &card) const;
+    /// Puts the case on the wall or takes it off. Never throws: a failure ends in `notice`.
+    [[nodiscard]] Task<void> toggleWallCase(CaseCard card);
+    Q_INVOKABLE void beginToggleWallCase(const CaseCard &card);
+    /// Takes an item off the wall. Never throws: a failure ends in `notice`.
+    [[nodiscard]] Task<void> removeWallItem(WallItem item);
+    /// Puts the open conversation on the wall, or brings its item there up to date. Never throws: a
+    /// failure ends in `notice`.
+    [[nodiscard]] Task<void> pinChat();
+    Q_INVOKABLE void beginPinChat();
+    /// Opens a pinned chat as a new conversation, which is stored once it is saved.
+    void resumeWallChat(const SavedChat &saved);
+
+    /// Asks within the open conversation; the answer comes into its last message. The cards of
+    /// `evidence` go along as the cases that the question is about. Does nothing for an empty
+    /// question or during an answer; a guest is told to sign in, by `chatError`.
+    void startChat(const QString &question, const QList<CaseCard> &evidence);
+    Q_INVOKABLE void startChat(const QString &question) { startChat(question, {}); }
+
+    /// Ends the answer as it stands and keeps it. From here on the run touches nothing.
     Q_INVOKABLE void stopChat();
 
-    /// Fetches the wall. Never throws.
-    [[nodiscard]] Task<void> refreshWall();
+    /// Leaves the open conversation and opens the chat screen with a new one.
+    Q_INVOKABLE void newChat();
+
+    /// Leaves the open conversation and opens the chat screen with this one.
+    void openChat(Conversation conversation);
+
+    /// Puts the open conversation at the front of the library and writes it, unless it is empty.
+    void saveChat();
+
+    /// Does nothing for an empty title or an unknown conversation.
+    void renameConversation(Identifier id, const QString &title);
+
+    /// If it is the open one, a new one takes its place.
+    void deleteConversation(Conversation conversation);
+
+    /// Whether the library holds a card with the same key.
+    bool saved(const CaseCard &card) const;
+
+    /// Puts a card into the library, or takes it out.
+    void toggle(CaseCard card);
+
+    /// Asks the editors of an archive for more cases on the conversation's first question, once for
+    /// each conversation and archive. Never throws: the outcome is told by `notice`.
+    [[nodiscard]] Task<void> requestMoreCases(QString archive);
+    Q_INVOKABLE void beginRequestMoreCases(const QString &archive);
 
     /// Replaces the identity of the account and server context, which voids all work in flight.
     void replaceGeneration();
@@ -255,7 +330,11 @@ Q_SIGNALS:
     void selectedArchivesChanged();
     void noticeChanged();
     void connectingChanged();
+    /// Another conversation is open, or this one has another heading or more messages.
     void chatChanged();
+    void chattingChanged();
+    void chatErrorChanged();
+    void chatProgressChanged();
     void wallChanged();
     void wallLoadingChanged();
     void wallOfflineChanged();
@@ -280,12 +359,32 @@ private:
         QList<Archive> archives;
     };
 
+    /// What a run of the chat holds by value, whatever happens around it.
+    struct ChatRun;
+
     static Task<Catalogue> fetchCatalogue(API api, QString locale);
 
     /// The address that requests go to: a base that is not valid falls to the built-in one.
     QString requestBase() const;
     void setConnecting(bool connecting);
     void setArchives(const QList<Archive> &archives);
+
+    /// Starts a synchronisation once no edit has come for a moment.
+    void scheduleSync();
+    /// Ends a waiting or running synchronisation; to be called before the account or server
+    /// changes.
+    void cancelSync();
+    Task<void> syncAfterPause(std::stop_token stop);
+    Task<void> syncOnce(std::stop_token stop);
+    void takeReply(const LibraryReply &reply, const QList<LibraryChange> &batch);
+    void setSyncing(bool syncing, const QString &status);
+
+    /// Marks a case or an item of the wall as being changed, or no longer.
+    void markWallMutation(const QString &key, bool changing);
+    void showToggled(const CaseCard &card, bool on);
+    void showWallCopy();
+    Task<void> pinChat(API service, QString key, Identifier conversation);
+
     void setAccount(const std::optional<Account> &account);
     void setLibrary(const LocalLibrary &library);
 
@@ -314,10 +413,20 @@ private:
 
     /// Shows what the service says of the signed-in account, and keeps a copy for the next start.
     void keepAccount(const Account &account);
+    [[nodiscard]] Task<void> fetchAccount(bool showError);
     [[nodiscard]] Task<void> refreshWallAndQuota();
 
+    Conversation emptyConversation() const;
+    /// What stood open stays as it was last saved.
     void openEmptyChat();
-    void cancelSync();
+    void setChat(const Conversation &chat);
+    /// The version that the service last reported of a conversation.
+    std::optional<qint64> knownVersion(const Identifier &conversation) const;
+    /// A run that is not current touches nothing.
+    bool isCurrent(const ChatRun &run) const;
+    Task<void> runChat(ChatRun run);
+    Task<void> receiveAnswer(ChatRun run);
+    void takeEvent(const ChatEvent &event, qsizetype index);
 
     /// Tells the screens only of what really is another value.
     template <class Value>
@@ -347,6 +456,11 @@ private:
     std::optional<QString> m_notice;
     bool m_connecting = false;
     Conversation m_chat;
+    MessageModel m_messages;
+    FramePace m_growth;
+    bool m_chatting = false;
+    std::optional<QString> m_chatError;
+    std::optional<QString> m_chatProgress;
     QList<WallItem> m_wall;
     bool m_wallLoading = false;
     bool m_wallOffline = false;
@@ -359,7 +473,14 @@ private:
     QSet<QString> m_requestedCases;
     QSet<QString> m_requestingCases;
     bool m_syncing = false;
+    /// The pause after the last edit, and the run that it leads to.
+    std::stop_source m_syncTask;
+    /// Identity of the current run, replaced by each run and by cancelSync.
+    Identifier m_syncRun = Identifier::make();
     QString m_syncStatus = QStringLiteral("Sign in to sync across devices.");
+    /// Ends the current run.
+    std::stop_source m_chatStop;
+    /// The library's version that the open conversation is being edited against.
     std::optional<qint64> m_chatBaseVersion;
     /// False while saving is paused, to protect a file that could not be read or that another
     /// process writes.
@@ -372,4 +493,6 @@ private:
     Identifier m_generation = Identifier::make();
     /// Identity of the login under way, or of the last one.
     Identifier m_authenticationRun = Identifier::make();
+    /// Identity of the current run of the chat.
+    Identifier m_chatRun = Identifier::make();
 };

@@ -77,5 +77,7 @@ void AppStore::persist() {
         LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, libraryKey());
     } catch (...) {
         setNotice(notSaved + describe(std::current_exception()));
+        return;
     }
+    scheduleSync();
 }

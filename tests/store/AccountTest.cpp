@@ -38,10 +38,8 @@ qsizetype AccountTest::sent(QLatin1String endpoint) const {
     });
 }
 
-QByteArray AccountTest::token(const QString &server) const {
-    return const_cast<MemoryCredentials &>(system.credentials)
-        .secrets()
-        .value({TokenVault::service(), server});
+QByteArray AccountTest::token(const QString &server) {
+    return system.credentials.secrets().value({TokenVault::service(), server});
 }
 
 void AccountTest::signIn(const QString &user) {

@@ -2,21 +2,13 @@
 
 #include "platform/CancellationError.h"
 #include "service/Endpoints.h"
-#include "store/AppStore.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gtest/gtest.h>
+#include "tests/store/StoreTest.h"
 
 /// A store whose service answers about accounts when the test says so, and about everything else by
 /// itself.
-class AccountTest : public testing::Test {
+class AccountTest : public StoreTest {
 protected:
     AccountTest();
-    /// What the last operation started ends while the store is still there.
-    void TearDown() override { settleEventLoop(); }
 
     static QString path(QLatin1String endpoint) { return QLatin1Char('/') + endpoint; }
     static QByteArray accountBody(const QString &user,
@@ -32,7 +24,7 @@ protected:
     qsizetype sent(QLatin1String endpoint) const;
 
     /// The token kept for the server; null without one.
-    QByteArray token(const QString &server) const;
+    QByteArray token(const QString &server);
     QString user() const { return store.accountRecord().user.id; }
 
     void signIn(const QString &user);
@@ -52,8 +44,6 @@ protected:
         }
     }
 
-    TestPlatform<FakeTransport> system;
-    AppStore store{system.platform()};
     const QString home = store.baseString();
     const QString away = QStringLiteral("https://away.example");
 };

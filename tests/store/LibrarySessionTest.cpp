@@ -1,17 +1,11 @@
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
-#include "store/AppStore.h"
 #include "sync/LibrarySync.h"
 #include "tests/store/SampleCatalogue.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/store/StoreTest.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +20,7 @@ const QByteArray unsynchronised =
     R"({"saved":[{"id":"1","key":"foible:1","archive":"foible","title":"A bridge","summary":"",)"
     R"("category":"","era":"","locale":"en"}],"conversations":[]})";
 
-class LibrarySession : public testing::Test {
+class LibrarySession : public StoreTest {
 protected:
     QString path(const std::optional<QString> &user) {
         return LibraryDisk::file(system.files, LibraryDisk::key(store.baseString(), user));
@@ -39,9 +33,6 @@ protected:
         store.persist();
         return card;
     }
-
-    TestPlatform<FakeTransport> system;
-    AppStore store{system.platform()};
 };
 
 } // namespace
