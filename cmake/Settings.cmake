@@ -13,6 +13,13 @@ set(QUILLMERE_SUFFIX_SHIFT ".run" CACHE STRING "Domain suffix of the archive shi
 set(QUILLMERE_SUFFIX_DEFAULT ".works" CACHE STRING "Domain suffix of every other archive")
 set(QUILLMERE_BUILD_NUMBER 4 CACHE STRING "Build number beside the version")
 
+# Secrets are sent there, and compared with what comes back from there. Plain HTTP is for a service on
+# this machine.
+if(NOT QUILLMERE_ACCOUNT_ORIGIN MATCHES "^(https://|http://(localhost|127[.]0[.]0[.]1)(:|$))[^/?#@]*$")
+    message(FATAL_ERROR "QUILLMERE_ACCOUNT_ORIGIN must be https:// and a host: "
+                        "${QUILLMERE_ACCOUNT_ORIGIN}")
+endif()
+
 configure_file(${CMAKE_SOURCE_DIR}/cmake/BuildSettings.h.in
                ${CMAKE_BINARY_DIR}/generated/BuildSettings.h @ONLY)
 add_library(build_settings INTERFACE)

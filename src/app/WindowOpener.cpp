@@ -2,6 +2,7 @@
 
 #include "store/AppStore.h"
 
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -35,4 +36,24 @@ bool WindowOpener::open() {
             window->deleteLater();
     });
     return true;
+}
+
+void WindowOpener::raise(const QString &activationToken) {
+    auto windows = QGuiApplication::topLevelWindows();
+    windows.removeIf([](const QWindow *window) {
+        return !window->isVisible() || window->transientParent() ||
+               !qobject_cast<const QQuickWindow *>(window);
+    });
+    if (windows.isEmpty())
+        return;
+    auto *window = windows.last();
+    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+    window->raise();
+    // The toolkit looks for the permission here, and nowhere else, and only on Wayland; programs
+    // that are started later must not find a used one.
+    constexpr auto variable = "XDG_ACTIVATION_TOKEN";
+    if (!activationToken.isEmpty())
+        qputenv(variable, activationToken.toUtf8());
+    window->requestActivate();
+    qunsetenv(variable);
 }

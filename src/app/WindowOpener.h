@@ -17,6 +17,9 @@ public:
     /// False when the window could not be made.
     bool open();
 
+    /// Brings the last window to the front, on desktops that ask for one with their permission.
+    static void raise(const QString &activationToken);
+
 private Q_SLOTS:
     void openAnother() { open(); }
 

@@ -1,13 +1,18 @@
 #include "BuildSettings.h"
+#include "app/Launch.h"
 #include "app/Renderer.h"
 #include "app/WindowOpener.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/DesktopBrowser.h"
+#include "platform/DesktopBrowserSession.h"
 #include "platform/DesktopCredentialStore.h"
 #include "platform/QtTransport.h"
+#include "platform/RunningInstance.h"
 #include "platform/SettingsPreferences.h"
+#include "platform/Start.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemFiles.h"
+#include "platform/SystemRandom.h"
 #include "presentation/Appearance.h"
 #include "presentation/FontFiles.h"
 #include "presentation/Fonts.h"
@@ -28,12 +33,22 @@ void followLanguage(const AppStore &store) {
                      [&store] { Fonts::shared().setLanguage(store.effectiveLanguage()); });
 }
 
+void answerCalls(const RunningInstance &instance, DesktopBrowserSession &browserSession) {
+    QObject::connect(&instance, &RunningInstance::called, qApp,
+                     [&browserSession](const QStringList &addresses, const QString &token) {
+                         for (const auto &address : addresses)
+                             browserSession.deliver(address);
+                         WindowOpener::raise(token);
+                     });
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
     QGuiApplication::setApplicationName(QStringLiteral("Quillmere"));
     QGuiApplication::setApplicationVersion(QLatin1String(BuildSettings::version));
     QGuiApplication::setDesktopFileName(QLatin1String(BuildSettings::bundleId));
+    const auto activationToken = Launch::activationToken();
     QGuiApplication application(argc, argv);
     Renderer::choose();
     QQuickStyle::setStyle(QStringLiteral("Basic"));
@@ -43,11 +58,14 @@ int main(int argc, char **argv) {
     SettingsPreferences preferences(ownName);
     SystemClock clock;
     DesktopBrowser browser;
+    DesktopBrowserSession browserSession(browser);
+    SystemRandom random;
     DesktopAppearance desktop;
     SystemFiles files;
     DesktopCredentialStore credentials(files, SystemFiles::stateDirectory() + u'/' + ownName,
                                        QStringLiteral("Quillmere"));
-    const Platform platform{transport, preferences, clock, browser, desktop, files, credentials};
+    const Platform platform{transport, preferences, clock,  browser,       desktop,
+                            files,     credentials, random, browserSession};
 
     const Appearance appearance(preferences, desktop);
     AppStore store(platform);
@@ -60,8 +78,12 @@ int main(int argc, char **argv) {
     QObject::connect(&engine, &QQmlEngine::quit, &application, &QGuiApplication::quit);
 
     WindowOpener windows(engine, store);
-    if (!windows.open())
-        return 1;
+    RunningInstance instance(QDBusConnection::sessionBus(), QLatin1String(BuildSettings::bundleId));
+    answerCalls(instance, browserSession);
+#ifdef Q_OS_MACOS
+    application.installEventFilter(&instance);
+#endif
+    start([&] { return Launch::openWindow(&instance, &windows, &files, activationToken); });
     QTimer::singleShot(0, &desktop, &DesktopAppearance::follow);
     return application.exec();
 }

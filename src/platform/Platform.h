@@ -1,10 +1,12 @@
 #pragma once
 
 class Browser;
+class BrowserSession;
 class Clock;
 class CredentialStore;
 class Files;
 class Preferences;
+class RandomSource;
 class SystemAppearance;
 class Transport;
 
@@ -18,4 +20,6 @@ struct Platform {
     SystemAppearance &appearance;
     Files &files;
     CredentialStore &credentials;
+    RandomSource &random;
+    BrowserSession &browserSession;
 };

@@ -92,6 +92,11 @@ struct VerificationReply {
     std::optional<bool> verificationSent;
 };
 
+/// Where a membership page opens, once.
+struct WebSession {
+    QString url;
+};
+
 template <>
 struct JsonFields<AppUser> {
     static constexpr auto table = std::make_tuple(
@@ -131,4 +136,9 @@ template <>
 struct JsonFields<VerificationReply> {
     static constexpr auto table =
         std::make_tuple(jsonField("verificationSent", &VerificationReply::verificationSent));
+};
+
+template <>
+struct JsonFields<WebSession> {
+    static constexpr auto table = std::make_tuple(jsonField("url", &WebSession::url));
 };

@@ -10,6 +10,7 @@ template Login Json::decode<Login>(QByteArray, DateForm);
 template Quota Json::decode<Quota>(QByteArray, DateForm);
 template Acknowledgement Json::decode<Acknowledgement>(QByteArray, DateForm);
 template VerificationReply Json::decode<VerificationReply>(QByteArray, DateForm);
+template WebSession Json::decode<WebSession>(QByteArray, DateForm);
 template ChatEvent Json::decode<ChatEvent>(QByteArray, DateForm);
 template Conversation Json::decode<Conversation>(QByteArray, DateForm);
 template SavedChat Json::decode<SavedChat>(QByteArray, DateForm);

@@ -86,6 +86,8 @@ void AppStore::changeIdentity(const std::optional<Login> &login) {
 }
 
 void AppStore::cancelAuthentication() {
+    m_googleSignIn.cancel();
+    m_authTask.request_stop();
     endAuthentication();
 }
 

@@ -9,6 +9,7 @@
 #include "records/Library.h"
 #include "records/Wall.h"
 #include "service/API.h"
+#include "signin/GoogleSignIn.h"
 #include "storage/LibraryEncoder.h"
 #include "store/ArchiveModel.h"
 #include "store/FramePace.h"
@@ -44,6 +45,7 @@ class AppStore final : public QObject {
     Q_PROPERTY(bool authenticating READ isAuthenticating NOTIFY authenticatingChanged FINAL)
     Q_PROPERTY(bool googleAuthenticating READ isGoogleAuthenticating NOTIFY
                    googleAuthenticatingChanged FINAL)
+    Q_PROPERTY(bool googleAvailable READ isGoogleAvailable NOTIFY baseStringChanged FINAL)
     Q_PROPERTY(
         QString destination READ destination WRITE setDestination NOTIFY destinationChanged FINAL)
     Q_PROPERTY(
@@ -104,6 +106,8 @@ public:
     bool isAuthenticating() const { return m_authenticating; }
     /// The login under way is the Google one.
     bool isGoogleAuthenticating() const { return m_googleAuthenticating; }
+    /// Only the public service knows the accounts that Google signs in.
+    bool isGoogleAvailable() const;
     const LocalLibrary &library() const { return m_library; }
 
     /// The screen on display: "home", "chat", "wall", "history", "account", "all", "saved" or the
@@ -214,6 +218,10 @@ public:
     /// of the login is kept.
     [[nodiscard]] Task<void> login(QString handle, QString password);
 
+    /// Starts a login through the browser, and returns. Does nothing while another login is under
+    /// way, or where Google is not available. A failure ends in `notice`.
+    Q_INVOKABLE void loginWithGoogle();
+
     /// Gives up a Google login. A password login goes on, out of sight, and still counts.
     Q_INVOKABLE void cancelAuthentication();
 
@@ -245,6 +253,12 @@ public:
     /// Asks for another mail that confirms the account's address; whether one was sent. Throws what
     /// the request throws.
     [[nodiscard]] Task<bool> resendVerification();
+
+    /// Opens the page where the membership is bought or managed, in the browser; `plan` is
+    /// "monthly" or "yearly". Does nothing for a guest, nor while a page is being opened. Never
+    /// throws: a failure ends in `notice`.
+    [[nodiscard]] Task<void> openMembership(QString plan);
+    Q_INVOKABLE void beginOpenMembership(const QString &plan);
 
     /// Sends the first of the queued changes and lays the account's library of the reply into this
     /// one. Does nothing for a guest, while saving is paused, and while a run is under way. Never
@@ -389,6 +403,12 @@ private:
 
     void beginAuthentication();
     void endAuthentication();
+    [[nodiscard]] Task<void> runGoogleLogin(Marker<> marker, Marker<> run, QString server,
+                                            QString language, std::stop_token stop);
+    /// From the browser to a login. Throws what goes wrong, CancellationError when the login is no
+    /// longer wanted.
+    [[nodiscard]] Task<Login> googleLogin(Marker<> marker, QString server, QString language,
+                                          std::stop_token stop);
     /// Keeps the token and signs in, if generation and server are still those that the login began
     /// with. Throws CancellationError if not, URLError for a login that is none, ServiceError when
     /// the token cannot be stored; then nothing has changed.
@@ -424,6 +444,9 @@ private:
     }
 
     Platform m_platform;
+    GoogleSignIn m_googleSignIn{m_platform.browserSession, m_platform.clock};
+    /// The last Google login.
+    std::stop_source m_authTask{std::nostopstate};
 
     QString m_baseString;
     ArchiveModel m_archives;

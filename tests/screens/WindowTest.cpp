@@ -105,3 +105,20 @@ TEST_F(WindowTest, FollowsLanguageAppearanceAndIdentity) {
     EXPECT_EQ(window().ofType(QStringLiteral("ArchivesHomeView")), before)
         << "only the browser starts afresh with the language";
 }
+
+TEST_F(WindowTest, ComesToTheFrontWhenCalled) {
+    open(QStringLiteral("http://127.0.0.1:1"));
+    ASSERT_TRUE(window().openAnother());
+    auto *last = window().windows().last();
+    last->setWindowStates(Qt::WindowMinimized);
+    window().window()->requestActivate();
+    ASSERT_TRUE(eventually([&] { return window().window()->isActive(); }));
+
+    WindowOpener::raise(QStringLiteral("permission"));
+    EXPECT_TRUE(eventually([&] { return last->isActive(); }));
+    EXPECT_EQ(last->windowStates(), Qt::WindowNoState);
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    for (auto *open : window().windows())
+        open->hide();
+    WindowOpener::raise({});
+}

@@ -2,13 +2,10 @@
 
 #include "tests/support/Await.h"
 
-#include <QDir>
-#include <QProcessEnvironment>
 #include <QTimer>
 
 #include <csignal>
 #include <libsecret/secret.h>
-#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,67 +17,24 @@ constexpr auto keyringPath = "/org/freedesktop/secrets";
 
 } // namespace
 
-PrivateKeyring::PrivateKeyring() {
-    for (const auto *folder : {"data", "config", "cache", "run"})
-        QDir(m_home.path()).mkdir(QLatin1String(folder));
-    QFile::setPermissions(m_home.filePath(u"run"_s),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
-
 PrivateKeyring::~PrivateKeyring() {
     m_connection.reset();
     secret_service_disconnect();
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    for (auto *process : {m_keyring.get(), m_bus.get()}) {
-        if (process) {
-            process->kill();
-            process->waitForFinished();
-        }
+    if (m_keyring) {
+        m_keyring->kill();
+        m_keyring->waitForFinished();
     }
 }
 
-std::unique_ptr<QProcess> PrivateKeyring::process() const {
-    auto process = std::make_unique<QProcess>();
-    QProcessEnvironment environment;
-    environment.insert(u"PATH"_s, qEnvironmentVariable("PATH"));
-    environment.insert(u"HOME"_s, m_home.path());
-    environment.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"data"_s));
-    environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
-    environment.insert(u"XDG_CACHE_HOME"_s, m_home.filePath(u"cache"_s));
-    environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.filePath(u"run"_s));
-    // Programs that the bus could start are none of this test's.
-    environment.insert(u"XDG_DATA_DIRS"_s, m_home.filePath(u"data"_s));
-    if (!m_address.isEmpty())
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, QString::fromLatin1(m_address));
-    process->setProcessEnvironment(environment);
-    process->setStandardErrorFile(QProcess::nullDevice());
-    process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    return process;
-}
-
 bool PrivateKeyring::startBus() {
-    m_bus = process();
-    const auto configuration = m_home.filePath(u"bus.conf"_s);
-    QFile file(configuration);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!m_bus.start())
         return false;
-    file.write("<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
-               " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\"><busconfig>"
-               "<type>session</type><listen>unix:tmpdir=" +
-               QFile::encodeName(m_home.filePath(u"run"_s)) +
-               "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-               "<allow receive_sender=\"*\"/>"
-               "<allow own=\"*\"/></policy></busconfig>");
-    file.close();
-    m_bus->start(u"dbus-daemon"_s,
-                 {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + configuration});
-    if (!m_bus->waitForReadyRead())
-        return false;
-    m_address = m_bus->readLine().trimmed();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", m_address);
+    const auto address = m_bus.address().toLatin1();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address);
     m_connection = {
         g_dbus_connection_new_for_address_sync(
-            m_address.constData(),
+            address.constData(),
             static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                               G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
             nullptr, nullptr, nullptr),
@@ -102,7 +56,8 @@ GVariant *PrivateKeyring::call(const char *name, const char *path, const char *m
 }
 
 bool PrivateKeyring::startKeyring() {
-    m_keyring = process();
+    m_keyring = m_bus.process();
+    m_keyring->setStandardErrorFile(QProcess::nullDevice());
     m_keyring->start(u"gnome-keyring-daemon"_s,
                      {u"--unlock"_s, u"--foreground"_s, u"--components=secrets"_s});
     m_keyring->write("\n");

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QProcess>
-#include <QTemporaryDir>
+#include "tests/support/PrivateBus.h"
 
 #include <gio/gio.h>
 #include <memory>
@@ -10,7 +9,7 @@
 /// the process.
 class PrivateKeyring final {
 public:
-    PrivateKeyring();
+    PrivateKeyring() = default;
     ~PrivateKeyring();
     Q_DISABLE_COPY_MOVE(PrivateKeyring)
 
@@ -24,13 +23,10 @@ public:
     void setFrozen(bool frozen);
 
 private:
-    std::unique_ptr<QProcess> process() const;
     GVariant *call(const char *name, const char *path, const char *method,
                    GVariant *arguments) const;
 
-    QTemporaryDir m_home;
-    std::unique_ptr<QProcess> m_bus;
+    PrivateBus m_bus;
     std::unique_ptr<QProcess> m_keyring;
-    QByteArray m_address;
     std::shared_ptr<GDBusConnection> m_connection;
 };

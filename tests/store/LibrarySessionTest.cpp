@@ -251,9 +251,10 @@ TEST(LibrarySessionOnDisk, aBrokenFileOfAnySizeDoesNotTakeTheStoreDown) {
     qputenv("XDG_DATA_HOME", directory.path().toLocal8Bit());
     TestPlatform<FakeTransport> system;
     SystemFiles files;
-    auto &[transport, preferences, clock, browser, appearance, memory, credentials] = system;
-    AppStore store(
-        Platform{transport, preferences, clock, browser, appearance, files, credentials});
+    auto &[transport, preferences, clock, browser, appearance, memory, credentials, random,
+           browserSession] = system;
+    AppStore store(Platform{transport, preferences, clock, browser, appearance, files, credentials,
+                            random, browserSession});
     const auto path = LibraryDisk::file(files, store.libraryKey());
     {
         QFile file(path);

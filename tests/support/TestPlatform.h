@@ -2,11 +2,13 @@
 
 #include "platform/Platform.h"
 #include "tests/support/FixedAppearance.h"
+#include "tests/support/FixedRandom.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/MemoryCredentials.h"
 #include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
 #include "tests/support/RecordingBrowser.h"
+#include "tests/support/RecordingBrowserSession.h"
 
 /// A whole system for one test: QtTransport against a ScriptedService, or a FakeTransport.
 template <class TransportKind>
@@ -18,8 +20,11 @@ struct TestPlatform {
     FixedAppearance appearance;
     MemoryFiles files;
     MemoryCredentials credentials;
+    FixedRandom random;
+    RecordingBrowserSession browserSession;
 
     Platform platform() {
-        return {transport, preferences, clock, browser, appearance, files, credentials};
+        return {transport, preferences, clock,  browser,       appearance,
+                files,     credentials, random, browserSession};
     }
 };
