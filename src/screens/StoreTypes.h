@@ -32,3 +32,9 @@ struct HealthForQml {
     QML_FOREIGN(Health)
     QML_VALUE_TYPE(health)
 };
+
+struct CaseCardForQml {
+    Q_GADGET
+    QML_FOREIGN(CaseCard)
+    QML_VALUE_TYPE(caseCard)
+};

@@ -6,6 +6,7 @@
 #include "storage/LibraryDisk.h"
 #include "storage/TokenVault.h"
 #include "store/ErrorText.h"
+#include "store/ReadingSize.h"
 
 #include <algorithm>
 #include <numeric>
@@ -28,7 +29,8 @@ AppStore::AppStore(Platform platform, QObject *parent)
     : QObject(parent),
       m_platform(platform),
       m_baseString(initialBase(platform.preferences)),
-      m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))) {
+      m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))),
+      m_readingSize(ReadingSize::stored(platform.preferences.value(ReadingSize::key))) {
     m_chat.title = QStringLiteral("New conversation");
     m_chat.updatedAt = Date::from(platform.clock.now());
     QObject::connect(this, &AppStore::baseStringChanged, this, &AppStore::libraryKeyChanged);
