@@ -12,9 +12,9 @@ T.AbstractButton {
     property bool filled: false
     property bool accent: false
     // Stands on a sheet, which is light in both appearances: so the button is dark in both.
-    property bool onSheet: false
+    property bool overSheet: false
     property string symbol
-    readonly property color ink: !filled ? Ink.paper : accent ? Ink.paperInk : onSheet ? Ink.sheet : Ink.onPaper
+    readonly property color ink: !filled ? Ink.paper : accent ? Ink.paperInk : overSheet ? Ink.sheet : Ink.onPaper
 
     leftPadding: 16
     rightPadding: 16
@@ -53,7 +53,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: 10
-        color: !button.filled ? Ink.paper2 : button.accent ? Ink.flagship : button.onSheet ? Ink.paperInk : Ink.paper
+        color: !button.filled ? Ink.paper2 : button.accent ? Ink.flagship : button.overSheet ? Ink.paperInk : Ink.paper
         border.width: button.filled ? 0 : 1
         border.color: button.hovered ? Ink.mute : Ink.lineStrong
 
@@ -63,7 +63,7 @@ T.AbstractButton {
             radius: 13
             visible: button.visualFocus
             color: "transparent"
-            border.color: button.onSheet ? Ink.paperInk : Ink.brand
+            border.color: button.overSheet ? Ink.paperInk : Ink.brand
             border.width: 2
         }
     }

@@ -11,7 +11,7 @@ T.AbstractButton {
     property real radius: 9
     property color ground: "transparent"
     // Stands on a sheet, which is light in both appearances.
-    property bool onSheet: false
+    property bool overSheet: false
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -30,7 +30,7 @@ T.AbstractButton {
         Rectangle {
             anchors.fill: parent
             radius: button.radius
-            color: button.onSheet ? Ink.paperInk : Ink.paper
+            color: button.overSheet ? Ink.paperInk : Ink.paper
             opacity: button.hovered && !button.down ? 0.05 : 0
         }
 
@@ -40,7 +40,7 @@ T.AbstractButton {
             radius: button.radius + 2
             visible: button.visualFocus
             color: "transparent"
-            border.color: button.onSheet ? Ink.paperInk : Ink.brand
+            border.color: button.overSheet ? Ink.paperInk : Ink.brand
             border.width: 2
         }
     }

@@ -31,14 +31,14 @@ TextEdit {
 
     MouseArea {
         anchors.fill: parent
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        acceptedButtons: Qt.AllButtons
         cursorShape: Qt.IBeamCursor
         preventStealing: true
         onPressed: mouse => {
             const point = Qt.point(mouse.x, mouse.y);
             if (mouse.button === Qt.RightButton)
                 edit.selection.menuWanted(edit, point);
-            else
+            else if (mouse.button === Qt.LeftButton)
                 edit.selection.begin(edit, point);
         }
         onPositionChanged: mouse => {

@@ -6,7 +6,7 @@ import Quillmere.Presentation
 
 // Stands over the whole window and has it to itself until it is closed: by escape, by a press beside
 // it, or by its own controls. The keyboard goes back to where it was.
-T.Popup {
+T.Dialog {
     id: sheet
 
     property color ground: Ink.paper0

@@ -12,6 +12,8 @@ FocusScope {
     required property AppStore store
     required property caseCard card
     readonly property real side: 32
+    // Of the corners at the bottom, where the reader fills a sheet.
+    property real radius: 0
 
     // The reader gives way to the conversation that it has begun.
     signal asked
@@ -25,6 +27,15 @@ FocusScope {
         glide.stop();
         glide.to = Math.max(0, Math.min(position, scroll.lowest));
         glide.start();
+    }
+
+    function turnUnder(selection: TextSelection) {
+        const height = scroll.mapFromItem(null, selection.pointer).y;
+        const beyond = height < 0 ? height : Math.max(0, height - scroll.height);
+        if (beyond === 0)
+            return;
+        scrollTo(scroll.contentY + Math.max(-24, Math.min(24, beyond / 3)));
+        selection.follow();
     }
 
     function openRelated(card: caseCard) {
@@ -104,6 +115,13 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
+        radius: reader.radius
+        color: Ink.sheet
+    }
+
+    Rectangle {
+        width: parent.width
+        height: reader.radius
         color: Ink.sheet
     }
 
@@ -173,6 +191,35 @@ FocusScope {
         }
     }
 
+    // The text fades out before it would look out under the dock.
+    Rectangle {
+        y: dock.y - height
+        width: parent.width - 2 * dock.outside
+        x: dock.outside
+        height: 24
+        visible: dock.visible
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Qt.rgba(Ink.sheet.r, Ink.sheet.g, Ink.sheet.b, 0)
+            }
+
+            GradientStop {
+                position: 1
+                color: Ink.sheet
+            }
+        }
+    }
+
+    Rectangle {
+        anchors.top: dock.top
+        anchors.bottom: parent.bottom
+        x: dock.outside
+        width: parent.width - 2 * dock.outside
+        visible: dock.visible
+        color: Ink.sheet
+    }
+
     LessonDock {
         id: dock
 
@@ -224,14 +271,7 @@ FocusScope {
         interval: 16
         repeat: true
         running: dragged.dragging
-        onTriggered: {
-            const height = scroll.mapFromItem(null, dragged.pointer).y;
-            const beyond = height < 0 ? height : Math.max(0, height - scroll.height);
-            if (beyond === 0)
-                return;
-            reader.scrollTo(scroll.contentY + Math.max(-24, Math.min(24, beyond / 3)));
-            dragged.follow();
-        }
+        onTriggered: reader.turnUnder(dragged)
     }
 
     MenuPanel {

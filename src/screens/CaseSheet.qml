@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -20,12 +19,11 @@ Sheet {
 
     width: parent ? Math.min(900, parent.width - 32) : 900
     height: parent ? Math.min(800, parent.height - 32) : 800
+    title: card.title
     onClosed: dismissed()
 
     contentItem: FocusScope {
         focus: true
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.card.title
 
         ColumnLayout {
             anchors.fill: parent
@@ -50,6 +48,7 @@ Sheet {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 focus: true
+                radius: 13
                 store: sheet.store
                 card: sheet.card
                 onAsked: {

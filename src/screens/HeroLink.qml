@@ -12,7 +12,7 @@ PlainButton {
     required property AppStore store
     required property CaseReaderModel model
 
-    onSheet: true
+    overSheet: true
     padding: 20
     radius: 12
     ground: Ink.sheet

@@ -14,24 +14,21 @@ Sheet {
     width: parent ? Math.min(420, parent.width - 80) : 420
     padding: 24
     ground: Ink.paper1
-    z: 1
+    title: "Quillmere.Chat"
     onClosed: store.dismissNotice()
 
     contentItem: ColumnLayout {
         spacing: 14
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: "Quillmere.Chat"
-        Accessible.description: message.text
+        Accessible.name: alert.store.notice
 
         TextLabel {
             Layout.fillWidth: true
-            text: "Quillmere.Chat"
+            text: alert.title
             font: Fonts.face.archivo(22, 700, 90)
         }
 
         TextLabel {
-            id: message
-
             Layout.fillWidth: true
             text: alert.store.notice
             wrapMode: Text.Wrap

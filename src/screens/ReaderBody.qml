@@ -1,13 +1,12 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import Quillmere.Presentation
 import Quillmere.Screens
 
 // The case below its header.
 Column {
-    id: body
+    id: page
 
     required property AppStore store
     required property CaseReaderModel model
@@ -20,7 +19,7 @@ Column {
 
     Column {
         width: parent.width
-        visible: body.model.tradeOut !== ""
+        visible: page.model.tradeOut !== ""
         spacing: 12
 
         Rectangle {
@@ -31,8 +30,8 @@ Column {
 
         SelectableText {
             width: parent.width
-            selection: body.selection
-            text: body.model.tradeOut
+            selection: page.selection
+            text: page.model.tradeOut
             font: Fonts.face.archivo(27, 650, 90)
         }
     }
@@ -40,57 +39,57 @@ Column {
     SelectableText {
         width: parent.width
         visible: text !== ""
-        selection: body.selection
-        text: body.model.relevance
-        font: Fonts.face.reading(body.store.readingSize)
+        selection: page.selection
+        text: page.model.relevance
+        font: Fonts.face.reading(page.store.readingSize)
         leading: 6
     }
 
     ContentsMenu {
-        visible: body.model.hasSections
-        store: body.store
-        model: body.model
-        onChosen: index => body.sectionChosen(sections.itemAt(index))
+        visible: page.model.hasSections
+        store: page.store
+        model: page.model
+        onChosen: index => page.sectionChosen(sections.itemAt(index))
     }
 
     Repeater {
         id: sections
 
-        model: body.model.sections
+        model: page.model.sections
 
         delegate: ReaderSection {
-            width: body.width
-            store: body.store
-            selection: body.selection
+            width: page.width
+            store: page.store
+            selection: page.selection
         }
     }
 
     HeroLink {
         width: parent.width
-        visible: body.model.heroAddress !== ""
-        store: body.store
-        model: body.model
+        visible: page.model.heroAddress !== ""
+        store: page.store
+        model: page.model
     }
 
     SourceList {
         width: parent.width
-        store: body.store
-        model: body.model
+        store: page.store
+        model: page.model
     }
 
     RelatedCases {
         width: parent.width
-        visible: body.model.hasRelated
-        store: body.store
-        model: body.model
-        onChosen: card => body.relatedChosen(card)
+        visible: page.model.hasRelated
+        store: page.store
+        model: page.model
+        onChosen: card => page.relatedChosen(card)
     }
 
     BrandButton {
         filled: true
-        onSheet: true
+        overSheet: true
         symbol: "bubble.left.and.bubble.right"
-        text: body.store.words.text("askHead")
-        onClicked: body.model.ask()
+        text: page.store.words.text("askHead")
+        onClicked: page.model.ask()
     }
 }

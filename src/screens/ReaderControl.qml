@@ -12,7 +12,7 @@ PlainButton {
     required property string symbol
     property string help
 
-    onSheet: true
+    overSheet: true
     horizontalPadding: text === "" ? 9 : 12
     verticalPadding: 8
     opacity: !enabled ? 0.42 : down ? 0.75 : 1

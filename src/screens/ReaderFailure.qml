@@ -28,7 +28,7 @@ ColumnLayout {
 
     BrandButton {
         Layout.alignment: Qt.AlignHCenter
-        onSheet: true
+        overSheet: true
         text: failure.store.words.text("retry")
         onClicked: failure.retryWanted()
     }

@@ -13,7 +13,7 @@ PlainButton {
     required property string symbol
     property font face
 
-    onSheet: true
+    overSheet: true
     radius: 4
     Accessible.name: title
 
