@@ -28,8 +28,10 @@ PlainButton {
         }
 
         TextLabel {
+            Layout.fillWidth: true
             visible: text !== ""
             text: control.text
+            elide: Text.ElideRight
             font: Fonts.face.mono(Fonts.label, 600)
             color: Ink.paperInk
             Accessible.ignored: true

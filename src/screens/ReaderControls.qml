@@ -15,6 +15,7 @@ RowLayout {
     spacing: 8
 
     ReaderControl {
+        Layout.maximumWidth: controls.width - 2 * (34 + controls.spacing)
         enabled: controls.model.pinnable
         symbol: controls.model.pinned ? "bookmark.fill" : "bookmark"
         text: controls.store.words.text(controls.model.pinned ? "saved" : "saveToWall")

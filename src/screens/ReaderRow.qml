@@ -12,6 +12,7 @@ PlainButton {
     required property string title
     required property string symbol
     property font face
+    property real leading: 0
 
     overSheet: true
     radius: 4
@@ -25,6 +26,7 @@ PlainButton {
             text: row.title
             wrapMode: Text.Wrap
             font: row.face
+            leading: row.leading
             color: Ink.paperInk
             Accessible.ignored: true
         }

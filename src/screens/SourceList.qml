@@ -30,6 +30,7 @@ Column {
             verticalPadding: 12
             symbol: "arrow.up.right"
             face: Fonts.face.reading(list.store.readingSize - 1)
+            leading: 4
             Accessible.role: Accessible.Link
             onClicked: list.store.openAddress(address)
         }

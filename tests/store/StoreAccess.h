@@ -14,6 +14,14 @@ public:
         store.setAccount(account);
     }
 
+    static void setWall(AppStore &store, const QList<WallItem> &wall) {
+        store.publish(store.m_wall, wall, &AppStore::wallChanged);
+    }
+
+    static void setWallMutations(AppStore &store, const QSet<QString> &keys) {
+        store.publish(store.m_wallMutations, keys, &AppStore::wallMutationsChanged);
+    }
+
     static LocalLibrary &library(AppStore &store) { return store.m_library; }
 
     /// Fills every field that belongs to one account alone.
