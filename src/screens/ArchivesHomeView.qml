@@ -78,12 +78,10 @@ Item {
                     Layout.alignment: Qt.AlignTop
                     store: home.store
                     model: model
-                    onChosen: (archive, title, summary) => {
+                    onChosen: card => {
                         sheet.setSource("CaseSheet.qml", {
                             store: home.store,
-                            archive: archive,
-                            title: title,
-                            summary: summary
+                            card: card
                         });
                         sheet.active = true;
                     }
@@ -108,7 +106,6 @@ Item {
     Loader {
         id: sheet
 
-        anchors.fill: parent
         active: false
     }
 

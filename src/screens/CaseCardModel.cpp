@@ -1,24 +1,26 @@
 #include "screens/CaseCardModel.h"
 
 QHash<int, QByteArray> CaseCardModel::roleNames() const {
-    return {{key, "key"},     {caseId, "caseId"},   {archive, "archive"},
-            {title, "title"}, {summary, "summary"}, {era, "era"}};
+    return {{key, "key"},         {caseId, "caseId"}, {archive, "archive"}, {title, "title"},
+            {summary, "summary"}, {era, "era"},       {card, "card"}};
 }
 
-QVariant CaseCardModel::value(const CaseCard &card, int role) const {
+QVariant CaseCardModel::value(const CaseCard &record, int role) const {
     switch (role) {
     case key:
-        return card.key;
+        return record.key;
     case caseId:
-        return card.id;
+        return record.id;
     case archive:
-        return card.archive;
+        return record.archive;
     case title:
-        return card.title;
+        return record.title;
     case summary:
-        return card.summary;
+        return record.summary;
     case era:
-        return card.era;
+        return record.era;
+    case card:
+        return QVariant::fromValue(record);
     default:
         return {};
     }

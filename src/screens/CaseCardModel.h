@@ -8,13 +8,13 @@ class CaseCardModel final : public ListModel<CaseCard> {
     Q_OBJECT
 
 public:
-    enum Role { key = Qt::UserRole, caseId, archive, title, summary, era };
+    enum Role { key = Qt::UserRole, caseId, archive, title, summary, era, card };
 
     using ListModel::ListModel;
 
     QHash<int, QByteArray> roleNames() const override;
 
 protected:
-    QString identity(const CaseCard &card) const override { return card.key; }
-    QVariant value(const CaseCard &card, int role) const override;
+    QString identity(const CaseCard &record) const override { return record.key; }
+    QVariant value(const CaseCard &record, int role) const override;
 };

@@ -16,10 +16,9 @@ Item {
         if (shownKey === "")
             reader.source = "";
         else
-            reader.setSource("EmptyState.qml", {
-                symbol: "doc.text",
-                title: card.title,
-                detail: card.summary
+            reader.setSource("CaseReaderView.qml", {
+                store: store,
+                card: card
             });
     }
 

@@ -5,48 +5,28 @@ import QtQuick.Layouts
 import Quillmere.Presentation
 import Quillmere.Screens
 
-// A case over another screen.
-FocusScope {
+// A case over another screen. It is there from the moment it is made; whoever made it drops it once
+// it is dismissed.
+Sheet {
     id: sheet
 
     required property AppStore store
-    required property string archive
-    required property string title
-    required property string summary
+    required property caseCard card
 
     signal dismissed
+    // A question about the case goes to the chat: other sheets below this one are done, too.
+    signal asked
 
-    focus: true
-    Component.onCompleted: forceActiveFocus()
-    Keys.onEscapePressed: dismissed()
+    width: parent ? Math.min(900, parent.width - 32) : 900
+    height: parent ? Math.min(800, parent.height - 32) : 800
+    title: card.title
+    onClosed: dismissed()
 
-    Rectangle {
-        anchors.fill: parent
-        color: "black"
-        opacity: 0.45
-
-        TapHandler {
-            onTapped: sheet.dismissed()
-        }
-
-        WheelHandler {}
-    }
-
-    Rectangle {
-        anchors.centerIn: parent
-        width: Math.min(900, parent.width - 32)
-        height: Math.min(800, parent.height - 32)
-        radius: 14
-        color: Ink.paper0
-        border.color: Ink.lineStrong
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
-
-        TapHandler {}
+    contentItem: FocusScope {
+        focus: true
 
         ColumnLayout {
             anchors.fill: parent
-            anchors.margins: 1
             spacing: 0
 
             RowLayout {
@@ -55,22 +35,26 @@ FocusScope {
 
                 Eyebrow {
                     Layout.fillWidth: true
-                    words: ArchiveStyle.domain(sheet.archive)
+                    words: ArchiveStyle.domain(sheet.card.archive)
                 }
 
                 BrandButton {
-                    focus: true
                     text: sheet.store.words.text("done")
-                    onClicked: sheet.dismissed()
+                    onClicked: sheet.close()
                 }
             }
 
-            EmptyState {
+            CaseReaderView {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                symbol: "doc.text"
-                title: sheet.title
-                detail: sheet.summary
+                focus: true
+                radius: 13
+                store: sheet.store
+                card: sheet.card
+                onAsked: {
+                    sheet.asked();
+                    sheet.close();
+                }
             }
         }
     }

@@ -22,13 +22,9 @@ Window {
     RootView {
         anchors.fill: parent
         store: window.store
-        enabled: !alert.active
     }
 
     Loader {
-        id: alert
-
-        anchors.fill: parent
         active: window.store.notice !== ""
         Component.onCompleted: setSource("NoticeAlert.qml", {
             store: window.store

@@ -12,7 +12,7 @@ ColumnLayout {
     required property AppStore store
     required property HomeModel model
 
-    signal chosen(archive: string, title: string, summary: string)
+    signal chosen(card: caseCard)
 
     spacing: 14
 
@@ -46,9 +46,11 @@ ColumnLayout {
         model: newest.model.latest
 
         delegate: PaperCaseCard {
+            required property caseCard card
+
             Layout.fillWidth: true
             store: newest.store
-            onClicked: newest.chosen(archive, title, summary)
+            onClicked: newest.chosen(card)
         }
     }
 }

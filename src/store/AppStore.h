@@ -19,6 +19,7 @@
 #include <QJsonObject>
 #include <QObject>
 #include <QSet>
+#include <QUrl>
 
 #include <chrono>
 #include <exception>
@@ -53,6 +54,8 @@ class AppStore final : public QObject {
     Q_PROPERTY(Words words READ words NOTIFY wordsChanged FINAL)
     Q_PROPERTY(QStringList selectedArchives READ selectedArchives WRITE setSelectedArchives NOTIFY
                    selectedArchivesChanged FINAL)
+    Q_PROPERTY(
+        double readingSize READ readingSize WRITE setReadingSize NOTIFY readingSizeChanged FINAL)
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged FINAL)
     Q_PROPERTY(bool connecting READ isConnecting NOTIFY connectingChanged FINAL)
     Q_PROPERTY(QString libraryKey READ libraryKey NOTIFY libraryKeyChanged FINAL)
@@ -131,6 +134,11 @@ public:
     QStringList selectedArchives() const;
     void setSelectedArchives(const QStringList &archives);
     Q_INVOKABLE void selectOnlyArchive(const QString &archive) { setSelectedArchives({archive}); }
+
+    /// Text size in points of every reader, from 15 to 26. Stored in the preferences.
+    double readingSize() const { return m_readingSize; }
+    /// A size beyond the limits becomes the nearest one.
+    void setReadingSize(double size);
 
     /// The one application-wide message, shown as an alert while present.
     const std::optional<QString> &notice() const { return m_notice; }
@@ -318,6 +326,15 @@ public:
     [[nodiscard]] Task<void> requestMoreCases(QString archive);
     Q_INVOKABLE void beginRequestMoreCases(const QString &archive);
 
+    /// The copy of a case from its last reading by this user, in the language of the locale.
+    std::optional<CaseEntry> keptCase(const QString &key, const QString &locale) const;
+    /// Keeps a case as that copy. A failure has no effect.
+    void keepCase(const CaseEntry &entry, const QString &key, const QString &locale);
+
+    /// Hands an address that was checked to the system's browser or mail program. A failure ends in
+    /// `notice`.
+    Q_INVOKABLE void openAddress(const QUrl &address);
+
     /// Replaces the identity of the account and server context, which voids all work in flight.
     void replaceGeneration();
 
@@ -333,6 +350,7 @@ Q_SIGNALS:
     void languageChanged();
     void wordsChanged();
     void selectedArchivesChanged();
+    void readingSizeChanged();
     void noticeChanged();
     void connectingChanged();
     /// Another conversation is open, or this one has another heading or more messages.
@@ -458,6 +476,7 @@ private:
     QString m_destination = QStringLiteral("home");
     AppLanguage m_language;
     QSet<QString> m_selectedArchives;
+    double m_readingSize;
     std::optional<QString> m_notice;
     bool m_connecting = false;
     Conversation m_chat;

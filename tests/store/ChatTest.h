@@ -36,7 +36,7 @@ protected:
 
     void signIn(const std::optional<QString> &user) {
         StoreAccess::setAccount(*m_store, user);
-        StoreAccess::holdSync(*m_store);
+        StoreAccess::setSyncing(*m_store);
         m_store->loadLibrary();
         settleEventLoop();
     }

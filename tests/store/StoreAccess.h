@@ -18,7 +18,16 @@ public:
         store.m_account->user.email = email;
     }
 
+    /// No edit starts a synchronisation of its own.
     static void setSyncing(AppStore &store) { store.m_syncing = true; }
+
+    static void setWall(AppStore &store, const QList<WallItem> &wall) {
+        store.publish(store.m_wall, wall, &AppStore::wallChanged);
+    }
+
+    static void setWallMutations(AppStore &store, const QSet<QString> &keys) {
+        store.publish(store.m_wallMutations, keys, &AppStore::wallMutationsChanged);
+    }
 
     static LocalLibrary &library(AppStore &store) { return store.m_library; }
     static Conversation &chat(AppStore &store) { return store.m_chat; }
@@ -29,12 +38,6 @@ public:
         store.m_chatting = chatting;
         store.m_pinning = pinning;
     }
-    static void setWall(AppStore &store, const QList<WallItem> &wall) { store.m_wall = wall; }
-    static void setMutations(AppStore &store, const QSet<QString> &keys) {
-        store.m_wallMutations = keys;
-    }
-    /// No edit starts a synchronisation of its own.
-    static void holdSync(AppStore &store) { store.m_syncing = true; }
     static void cancelSync(AppStore &store) { store.cancelSync(); }
 
     /// Fills every field that belongs to one account alone.

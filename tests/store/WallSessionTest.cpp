@@ -246,7 +246,7 @@ TEST_F(WallSession, aReplyAfterAChangeOfIdentityTouchesNothing) {
         StoreAccess::setAccount(store, u"another"_s);
         StoreAccess::setWall(store, {});
         StoreAccess::setBusy(store, false, false);
-        StoreAccess::setMutations(store, {u"of another"_s});
+        StoreAccess::setWallMutations(store, {u"of another"_s});
         const auto writes = system.files.written();
         const int status = succeeds ? 200 : 500;
         system.transport.answer(wall, status, body({item}));

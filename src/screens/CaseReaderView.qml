@@ -1,0 +1,326 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// The reading screen of one case: a single column of paper, with the lesson in a dock below.
+FocusScope {
+    id: reader
+
+    required property AppStore store
+    required property caseCard card
+    readonly property real side: 32
+    // Of the corners at the bottom, where the reader fills a sheet.
+    property real radius: 0
+
+    // The reader gives way to the conversation that it has begun.
+    signal asked
+
+    function scrollTo(position: real) {
+        glide.stop();
+        scroll.contentY = Math.max(0, Math.min(position, scroll.lowest));
+    }
+
+    function glideTo(position: real) {
+        glide.stop();
+        glide.to = Math.max(0, Math.min(position, scroll.lowest));
+        glide.start();
+    }
+
+    function turnUnder(selection: TextSelection) {
+        const height = scroll.mapFromItem(null, selection.pointer).y;
+        const beyond = height < 0 ? height : Math.max(0, height - scroll.height);
+        if (beyond === 0)
+            return;
+        scrollTo(scroll.contentY + Math.max(-24, Math.min(24, beyond / 3)));
+        selection.follow();
+    }
+
+    function openRelated(card: caseCard) {
+        sheet.setSource("CaseSheet.qml", {
+            store: reader.store,
+            card: card
+        });
+        sheet.active = true;
+    }
+
+    Accessible.role: Accessible.Document
+    Accessible.name: reading.title
+
+    Keys.onPressed: event => {
+        const page = scroll.height * 0.9;
+        event.accepted = true;
+        if (event.matches(StandardKey.Copy)) {
+            (dockWords.empty ? words : dockWords).copy();
+        } else if (event.matches(StandardKey.SelectAll)) {
+            words.selectAll();
+        } else {
+            switch (event.key) {
+            case Qt.Key_Space:
+                glideTo(scroll.contentY + (event.modifiers & Qt.ShiftModifier ? -page : page));
+                break;
+            case Qt.Key_PageDown:
+                glideTo(scroll.contentY + page);
+                break;
+            case Qt.Key_PageUp:
+                glideTo(scroll.contentY - page);
+                break;
+            case Qt.Key_Home:
+                glideTo(0);
+                break;
+            case Qt.Key_End:
+                glideTo(scroll.lowest);
+                break;
+            case Qt.Key_Down:
+                scrollTo(scroll.contentY + 56);
+                break;
+            case Qt.Key_Up:
+                scrollTo(scroll.contentY - 56);
+                break;
+            default:
+                event.accepted = false;
+            }
+        }
+    }
+
+    CaseReaderModel {
+        id: reading
+
+        store: reader.store
+        card: reader.card
+        onAsked: reader.asked()
+    }
+
+    TextSelection {
+        id: words
+
+        onBegun: {
+            scroll.forceActiveFocus(Qt.MouseFocusReason);
+            dockWords.clear();
+        }
+        onMenuWanted: (text, point) => copyMenu.openAt(words, text, point)
+    }
+
+    TextSelection {
+        id: dockWords
+
+        onBegun: {
+            scroll.forceActiveFocus(Qt.MouseFocusReason);
+            words.clear();
+        }
+        onMenuWanted: (text, point) => copyMenu.openAt(dockWords, text, point)
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: reader.radius
+        color: Ink.sheet
+    }
+
+    Rectangle {
+        width: parent.width
+        height: reader.radius
+        color: Ink.sheet
+    }
+
+    Flickable {
+        id: scroll
+
+        readonly property real lowest: Math.max(0, contentHeight + bottomMargin - height)
+
+        anchors.fill: parent
+        visible: reading.loaded || !reading.failed
+        focus: true
+        activeFocusOnTab: true
+        contentHeight: column.implicitHeight + 2 * reader.side + (reading.hasLesson ? 80 : 0)
+        bottomMargin: dock.visible ? dock.height + 2 * dock.outside : 0
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        onMovementStarted: glide.stop()
+
+        T.ScrollBar.vertical: ScrollBarLine {}
+
+        Column {
+            id: column
+
+            x: Math.round((scroll.width - width) / 2)
+            y: reader.side
+            width: Math.min(740, scroll.width - 2 * reader.side)
+            spacing: 28
+
+            ReaderControls {
+                width: parent.width
+                store: reader.store
+                model: reading
+            }
+
+            ReaderHeader {
+                width: parent.width
+                store: reader.store
+                model: reading
+                selection: words
+            }
+
+            Loader {
+                id: rest
+
+                width: parent.width
+                asynchronous: true
+                // Made piece by piece between two frames, so that a long case never holds the window.
+                Component.onCompleted: setSource("ReaderBody.qml", {
+                    store: reader.store,
+                    model: reading,
+                    selection: words
+                })
+                active: reading.loaded
+            }
+
+            Item {
+                width: parent.width
+                height: Math.max(120, scroll.height - y - 2 * reader.side)
+                visible: rest.status !== Loader.Ready && patience.over
+
+                Spinner {
+                    anchors.centerIn: parent
+                    color: Ink.paperMute
+                    label: reading.title
+                }
+            }
+        }
+    }
+
+    // The text fades out before it would look out under the dock.
+    Rectangle {
+        y: dock.y - height
+        width: parent.width - 2 * dock.outside
+        x: dock.outside
+        height: 24
+        visible: dock.visible
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Qt.rgba(Ink.sheet.r, Ink.sheet.g, Ink.sheet.b, 0)
+            }
+
+            GradientStop {
+                position: 1
+                color: Ink.sheet
+            }
+        }
+    }
+
+    Rectangle {
+        anchors.top: dock.top
+        anchors.bottom: parent.bottom
+        x: dock.outside
+        width: parent.width - 2 * dock.outside
+        visible: dock.visible
+        color: Ink.sheet
+    }
+
+    LessonDock {
+        id: dock
+
+        readonly property real outside: 14
+
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: outside
+        x: outside
+        width: parent.width - 2 * outside
+        mostHeight: reader.height * 0.6
+        visible: reading.hasLesson
+        store: reader.store
+        model: reading
+        selection: dockWords
+    }
+
+    ReaderFailure {
+        anchors.centerIn: parent
+        width: parent.width
+        visible: !reading.loaded && reading.failed
+        store: reader.store
+        onRetryWanted: reading.beginLoad()
+    }
+
+    NumberAnimation {
+        id: glide
+
+        target: scroll
+        property: "contentY"
+        duration: 250
+        easing.type: Easing.InOutQuad
+    }
+
+    // A quick answer shows no sign of waiting.
+    Timer {
+        id: patience
+
+        property bool over: false
+
+        interval: 150
+        running: true
+        onTriggered: over = true
+    }
+
+    // A drag beyond the edge turns the page under the pointer.
+    Timer {
+        readonly property TextSelection dragged: dockWords.dragging ? dockWords : words
+
+        interval: 16
+        repeat: true
+        running: dragged.dragging
+        onTriggered: reader.turnUnder(dragged)
+    }
+
+    MenuPanel {
+        id: copyMenu
+
+        property TextSelection selection: words
+
+        function openAt(selection: TextSelection, text: Item, point: point) {
+            const place = reader.mapFromItem(text, point);
+            copyMenu.selection = selection;
+            popup(place.x, place.y);
+        }
+
+        MenuRow {
+            text: reader.store.words.text("copy")
+            enabled: !copyMenu.selection.empty
+            onTriggered: copyMenu.selection.copy()
+        }
+    }
+
+    Connections {
+        target: rest.item
+        ignoreUnknownSignals: true
+
+        function onSectionChosen(section: Item) {
+            reader.glideTo(section.mapToItem(scroll.contentItem, 0, 0).y);
+        }
+
+        function onRelatedChosen(card: caseCard) {
+            reader.openRelated(card);
+        }
+    }
+
+    Loader {
+        id: sheet
+
+        active: false
+    }
+
+    Connections {
+        target: sheet.item
+        ignoreUnknownSignals: true
+
+        function onDismissed() {
+            sheet.active = false;
+        }
+
+        function onAsked() {
+            reader.asked();
+        }
+    }
+}

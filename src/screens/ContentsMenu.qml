@@ -1,0 +1,41 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// Leads to a section of the case.
+ReaderControl {
+    id: contents
+
+    required property AppStore store
+    required property CaseReaderModel model
+
+    signal chosen(index: int)
+
+    symbol: "list.bullet"
+    text: store.words.text("contents")
+    onClicked: menu.open()
+
+    MenuPanel {
+        id: menu
+
+        width: 320
+        onClosed: contents.forceActiveFocus(Qt.PopupFocusReason)
+
+        Instantiator {
+            model: contents.model.sections
+
+            delegate: MenuRow {
+                required property int index
+                required property string label
+
+                text: label
+                onTriggered: contents.chosen(index)
+            }
+
+            onObjectAdded: (index, row) => menu.insertItem(index, row as MenuRow)
+            onObjectRemoved: (index, row) => menu.removeItem(row as MenuRow)
+        }
+    }
+}

@@ -1,0 +1,85 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// What can be done with the case as a whole: pin it, set its text larger or smaller, share it.
+RowLayout {
+    id: controls
+
+    required property AppStore store
+    required property CaseReaderModel model
+
+    spacing: 8
+
+    ReaderControl {
+        Layout.maximumWidth: controls.width - 2 * (34 + controls.spacing)
+        enabled: controls.model.pinnable
+        symbol: controls.model.pinned ? "bookmark.fill" : "bookmark"
+        text: controls.store.words.text(controls.model.pinned ? "saved" : "saveToWall")
+        Accessible.checkable: true
+        Accessible.checked: controls.model.pinned
+        onClicked: controls.model.togglePin()
+    }
+
+    Item {
+        Layout.fillWidth: true
+    }
+
+    ReaderControl {
+        id: size
+
+        symbol: "textformat.size"
+        help: controls.store.words.text("readingSize")
+        onClicked: sizeMenu.open()
+
+        MenuPanel {
+            id: sizeMenu
+
+            width: 120
+            onClosed: size.forceActiveFocus(Qt.PopupFocusReason)
+
+            MenuRow {
+                text: "A−"
+                onTriggered: controls.store.readingSize -= 1
+            }
+
+            MenuRow {
+                text: "A+"
+                onTriggered: controls.store.readingSize += 1
+            }
+        }
+    }
+
+    ReaderControl {
+        id: share
+
+        visible: controls.model.shareAddress !== ""
+        symbol: "square.and.arrow.up"
+        help: controls.store.words.text("shareCase")
+        onClicked: shareMenu.open()
+
+        MenuPanel {
+            id: shareMenu
+
+            onClosed: share.forceActiveFocus(Qt.PopupFocusReason)
+
+            MenuRow {
+                text: controls.store.words.text("copyAddress")
+                onTriggered: controls.model.copyAddress()
+            }
+
+            MenuRow {
+                text: controls.store.words.text("openInBrowser")
+                onTriggered: controls.model.openInBrowser()
+            }
+
+            MenuRow {
+                text: controls.store.words.text("sendByMail")
+                onTriggered: controls.model.sendByMail()
+            }
+        }
+    }
+}

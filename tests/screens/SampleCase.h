@@ -1,0 +1,16 @@
+#pragma once
+
+#include "records/Catalogue.h"
+
+/// A case as a service would tell it.
+namespace SampleCase {
+
+CaseCard card(const QString &id = QStringLiteral("bridge"));
+
+/// The case of the card, with three sections, the last of them a lesson, and one source.
+CaseEntry entry(const QString &id = QStringLiteral("bridge"));
+
+/// The path that the case is fetched from.
+QString path(const QString &id = QStringLiteral("bridge"));
+
+} // namespace SampleCase
