@@ -55,6 +55,25 @@ QSet<QString> placeholders(const QString &text) {
     return result;
 }
 
+QSet<QString> words(const char *text) {
+    const auto list = QString::fromLatin1(text).split(QLatin1Char(' '));
+    return {list.begin(), list.end()};
+}
+
+/// The text of every source, one after the other.
+QString allSources() {
+    QString all;
+    QDirIterator files(QStringLiteral(QUILLMERE_SOURCES),
+                       {QStringLiteral("*.qml"), QStringLiteral("*.cpp"), QStringLiteral("*.h")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (file.open(QIODevice::ReadOnly))
+            all += QString::fromUtf8(file.readAll());
+    }
+    return all;
+}
+
 struct Use {
     QString function;
     /// A whole key, or the beginning of one when it ends in a dot.
@@ -144,7 +163,7 @@ TEST(TablesTest, TextsCarryTheirPlaceholders) {
 // A table that is there at all says everything that English says, with the same placeholders.
 TEST(TablesTest, EveryLanguageOffersTheSame) {
     const auto files = QDir(QStringLiteral(":/Localized")).entryList();
-    EXPECT_TRUE(files.contains(QStringLiteral("en.json")));
+    EXPECT_EQ(files.size(), static_cast<qsizetype>(AppLanguages::allCases.size()) - 1);
     const auto englishKeys = QSet<QString>(english().keyBegin(), english().keyEnd());
     for (const auto &file : files) {
         ASSERT_TRUE(file.endsWith(QStringLiteral(".json"))) << file.toStdString();
@@ -159,5 +178,42 @@ TEST(TablesTest, EveryLanguageOffersTheSame) {
             EXPECT_EQ(placeholders(entry.value()), placeholders(english().value(entry.key())))
                 << file.toStdString() << ' ' << entry.key().toStdString();
         }
+    }
+}
+
+// Whatever else reads like English was forgotten.
+TEST(TablesTest, OnlyWordsThatLanguagesShareReadLikeEnglish) {
+    const QHash<AppLanguage, QSet<QString>> shared{
+        {AppLanguage::es, words("prof.software")},
+        {AppLanguage::fr,
+         words("cat.makers.instruments cat.makers.machines cat.makers.textiles "
+               "cat.ventures.finance cat.ventures.services prof.design prof.finance sources "
+               "tab.archives wallChatKind wallConversations")},
+        {AppLanguage::de, words("appearanceSystem authName offline prof.software")},
+        {AppLanguage::ptBR, words("prof.design prof.software")},
+    };
+    for (const auto language : AppLanguages::allCases) {
+        if (language == AppLanguage::system || language == AppLanguage::en)
+            continue;
+        QSet<QString> same;
+        const auto &table = Copy::table(language);
+        for (auto entry = table.begin(); entry != table.end(); ++entry) {
+            if (entry.value() == english().value(entry.key()))
+                same.insert(entry.key());
+        }
+        EXPECT_EQ(same, shared.value(language)) << AppLanguages::rawValue(language).toStdString();
+    }
+}
+
+TEST(TablesTest, NoTextIsLeftThatNobodyLooksUp) {
+    // Kept for what reads the tables besides this program.
+    const auto kept = words("email earlierNotices newWindow closeWindow quit");
+    const auto sources = allSources();
+    for (auto entry = english().begin(); entry != english().end(); ++entry) {
+        const auto &key = entry.key();
+        const auto family = key.left(key.indexOf(QLatin1Char('.')) + 1);
+        const bool used = sources.contains(QLatin1Char('"') + key + QLatin1Char('"')) ||
+                          (!family.isEmpty() && sources.contains(QLatin1Char('"') + family));
+        EXPECT_TRUE(used || kept.contains(key)) << key.toStdString();
     }
 }
