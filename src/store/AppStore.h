@@ -273,10 +273,11 @@ private:
     void setAccount(const std::optional<Account> &account);
     void setLibrary(const LocalLibrary &library);
 
-    Conversation emptyConversation() const;
     void setChat(const Conversation &chat);
-    /// The version that the service last reported of a conversation.
-    std::optional<qint64> knownVersion(const Identifier &conversation) const;
+    /// A new conversation takes the place of the open one, which is not saved.
+    void openEmptyChat();
+    /// The version of a conversation that the service last told; absent for one it does not know.
+    std::optional<qint64> versionOf(const Identifier &conversation) const;
     /// A run that is not current touches nothing.
     bool isCurrent(const ChatRun &run) const;
     Task<void> runChat(ChatRun run);

@@ -46,13 +46,6 @@ struct AppStore::ChatRun {
     std::stop_token stop;
 };
 
-Conversation AppStore::emptyConversation() const {
-    Conversation conversation;
-    conversation.title = text(QStringLiteral("chat.new"));
-    conversation.updatedAt = Date::from(m_platform.clock.now());
-    return conversation;
-}
-
 void AppStore::setChat(const Conversation &chat) {
     m_growth.flush();
     if (m_chat == chat)
@@ -62,7 +55,15 @@ void AppStore::setChat(const Conversation &chat) {
     Q_EMIT chatChanged();
 }
 
-std::optional<qint64> AppStore::knownVersion(const Identifier &conversation) const {
+void AppStore::openEmptyChat() {
+    Conversation conversation;
+    conversation.title = text(QStringLiteral("chat.new"));
+    conversation.updatedAt = Date::from(m_platform.clock.now());
+    setChat(conversation);
+    m_chatBaseVersion.reset();
+}
+
+std::optional<qint64> AppStore::versionOf(const Identifier &conversation) const {
     if (!m_library.sync)
         return std::nullopt;
     const auto &versions = m_library.sync->versions;
@@ -84,7 +85,7 @@ void AppStore::startChat(const QString &question, const QList<CaseCard> &evidenc
     m_chatRun = Identifier::make();
     m_chatStop.request_stop();
     m_chatStop = std::stop_source();
-    m_chatBaseVersion = knownVersion(m_chat.id).value_or(0);
+    m_chatBaseVersion = versionOf(m_chat.id).value_or(0);
 
     auto chat = m_chat;
     chat.archives = selectedArchives();
@@ -213,8 +214,7 @@ void AppStore::saveChat() {
 void AppStore::newChat() {
     stopChat();
     saveChat();
-    setChat(emptyConversation());
-    m_chatBaseVersion.reset();
+    openEmptyChat();
     publish(m_chatError, {}, &AppStore::chatErrorChanged);
     setDestination(QStringLiteral("chat"));
 }
@@ -226,7 +226,7 @@ void AppStore::openChat(Conversation conversation) {
     if (conversation.id != m_chat.id || m_chat.messages.isEmpty())
         setChat(conversation);
     setSelectedArchives(conversation.archives.value_or(QStringList()));
-    m_chatBaseVersion = knownVersion(conversation.id);
+    m_chatBaseVersion = versionOf(conversation.id);
     publish(m_chatError, {}, &AppStore::chatErrorChanged);
     setDestination(QStringLiteral("chat"));
 }
@@ -255,8 +255,7 @@ void AppStore::renameConversation(Identifier id, const QString &title) {
 void AppStore::deleteConversation(Conversation conversation) {
     if (m_chat.id == conversation.id) {
         stopChat();
-        setChat(emptyConversation());
-        m_chatBaseVersion.reset();
+        openEmptyChat();
         publish(m_chatError, {}, &AppStore::chatErrorChanged);
     }
     m_library.conversations.removeIf(
