@@ -264,6 +264,12 @@ private:
     /// What a run of the chat holds by value, whatever happens around it.
     struct ChatRun;
 
+    struct KeptKey {
+        QString server;
+        std::optional<QString> user;
+        QString key;
+    };
+
     static Task<Catalogue> fetchCatalogue(API api, QString locale);
 
     /// The address that requests go to: a base that is not valid falls to the built-in one.
@@ -332,6 +338,7 @@ private:
     /// False while saving is paused, to protect a file that could not be read.
     bool m_libraryWritable = true;
     LibraryEncoder m_libraryEncoder;
+    mutable KeptKey m_keptKey;
 
     /// Identity of the current account and server context.
     Identifier m_generation = Identifier::make();
