@@ -5,6 +5,7 @@
 #include "platform/Transport.h"
 #include "records/Conversation.h"
 #include "records/Json.h"
+#include "records/Library.h"
 
 #include <QFuture>
 #include <QJsonObject>
@@ -78,6 +79,16 @@ public:
         return call<Record>(*m_transport, std::move(request), std::move(stop));
     }
 
+    /// The largest body of a synchronisation, in bytes.
+    static constexpr qsizetype largestUpload = 1'000'000;
+
+    /// Sends queued changes, of which there may be none, and gives the account's whole library.
+    /// Throws a ServiceError "library_too_large", without a request, for too large a body.
+    [[nodiscard]] Task<LibraryReply> syncLibrary(QList<LibraryChange> changes,
+                                                 std::stop_token stop) const {
+        return syncLibrary(*this, std::move(changes), std::move(stop));
+    }
+
     /// The request of one chat run. The question goes alone; along with it go the last 8 of the
     /// earlier messages, and the cases of the last one that cites any.
     HttpRequest chatRequest(const QString &question, const QStringList &archives,
@@ -95,6 +106,9 @@ public:
     }
 
 private:
+    static Task<LibraryReply> syncLibrary(API api, QList<LibraryChange> changes,
+                                          std::stop_token stop);
+
     /// Static, and with its own copies, because it outlives the value that it was called on.
     template <class Record>
     static Task<Record> call(Transport &transport, HttpRequest request, std::stop_token stop) {

@@ -129,6 +129,13 @@ API AppStore::api() const {
     return API(requestBase(), std::move(token), m_platform.transport);
 }
 
+void AppStore::setArchives(const QList<Archive> &archives) {
+    if (m_archives.items() == archives)
+        return;
+    m_archives.setItems(archives);
+    Q_EMIT archivesChanged();
+}
+
 void AppStore::setAccount(const std::optional<Account> &account) {
     publish(m_account, account, &AppStore::accountChanged);
 }

@@ -63,7 +63,7 @@ void AppStore::openEmptyChat() {
     m_chatBaseVersion.reset();
 }
 
-std::optional<qint64> AppStore::versionOf(const Identifier &conversation) const {
+std::optional<qint64> AppStore::knownVersion(const Identifier &conversation) const {
     if (!m_library.sync)
         return std::nullopt;
     const auto &versions = m_library.sync->versions;
@@ -85,7 +85,7 @@ void AppStore::startChat(const QString &question, const QList<CaseCard> &evidenc
     m_chatRun = Identifier::make();
     m_chatStop.request_stop();
     m_chatStop = std::stop_source();
-    m_chatBaseVersion = versionOf(m_chat.id).value_or(0);
+    m_chatBaseVersion = knownVersion(m_chat.id).value_or(0);
 
     auto chat = m_chat;
     chat.archives = selectedArchives();
@@ -109,7 +109,7 @@ void AppStore::startChat(const QString &question, const QList<CaseCard> &evidenc
                       earlier,
                       m_chat.messages.size() - 1,
                       m_chatStop.get_token()};
-    start([this, run] {
+    start(*this, [this, run] {
         if (run.stop.stop_requested())
             throw CancellationError();
         return runChat(run);
@@ -137,6 +137,7 @@ Task<void> AppStore::runChat(ChatRun run) {
     m_growth.flush();
     publish(m_chatting, false, &AppStore::chattingChanged);
     saveChat();
+    beginRefreshQuota();
 }
 
 Task<void> AppStore::receiveAnswer(ChatRun run) {
@@ -226,7 +227,7 @@ void AppStore::openChat(Conversation conversation) {
     if (conversation.id != m_chat.id || m_chat.messages.isEmpty())
         setChat(conversation);
     setSelectedArchives(conversation.archives.value_or(QStringList()));
-    m_chatBaseVersion = versionOf(conversation.id);
+    m_chatBaseVersion = knownVersion(conversation.id);
     publish(m_chatError, {}, &AppStore::chatErrorChanged);
     setDestination(QStringLiteral("chat"));
 }

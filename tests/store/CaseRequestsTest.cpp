@@ -58,7 +58,7 @@ TEST_F(CaseRequests, goOnceForEachConversationAndArchive) {
     askAndReceive(u"Third?"_s, "c");
     request(u"lumen"_s, R"({"queued":true,"duplicate":false})");
     EXPECT_EQ(store().requestedCases().size(), 3);
-    EXPECT_EQ(system.transport.requests().size(), 6U);
+    EXPECT_EQ(asked(), 6);
 }
 
 TEST_F(CaseRequests, aFailureMayBeTriedAgain) {
@@ -111,7 +111,8 @@ TEST_F(SavedCases, areTogglesOfAKeyAlone) {
     ASSERT_EQ(pending().size(), 1);
     EXPECT_TRUE(pending()[0].deleted);
     EXPECT_EQ(pending()[0].key, u"foible:1"_s);
-    EXPECT_EQ(system.files.written().size(), 3) << "the load of an account, and each toggle";
+    EXPECT_EQ(system.files.written().size(), 4)
+        << "the load of an account, its wall, and each toggle";
 }
 
 TEST_F(SavedCases, ofAGuestAreWrittenAndNotQueued) {

@@ -30,7 +30,7 @@ TEST_F(ChatSession, aQuestionRunsFromEndToEnd) {
     store().setLanguage(AppLanguage::ptBR);
     store().startChat(u" \tWhy\nso?\u2028"_s);
     EXPECT_TRUE(store().isChatting());
-    EXPECT_TRUE(system.transport.requests().empty()) << "the run begins in a turn of its own";
+    EXPECT_TRUE(asked() == 0) << "the run begins in a turn of its own";
     ASSERT_TRUE(waitsForAnswer());
     EXPECT_EQ(sent()[u"question"].toString(), u"Why\nso?"_s);
     EXPECT_EQ(sent()[u"archives"].toArray(), (QJsonArray{u"foible"_s, u"lumen"_s}));
@@ -206,7 +206,7 @@ TEST_F(ChatSession, whatCannotBeAskedChangesNothing) {
     store().startChat(u"And why else?"_s);
     settleEventLoop();
     EXPECT_EQ(store().chat(), running);
-    EXPECT_EQ(system.transport.requests().size(), 1U);
+    EXPECT_EQ(asked(), 1);
 }
 
 TEST_F(ChatSession, theCasesOfTheLastAnswerOrTheGivenOnesGoAlong) {
@@ -257,7 +257,7 @@ TEST_F(ChatSession, aStopAtAnyStageKeepsWhatCameAndVoidsTheRest) {
             ASSERT_TRUE(received(u"a"_s));
             body->send(delta("late") + "{\"type\":\"error\"}\n");
         }
-        const auto requests = system.transport.requests().size();
+        const auto requests = asked();
         store().stopChat();
         EXPECT_FALSE(store().isChatting());
         EXPECT_EQ(store().chatProgress(), std::nullopt);
@@ -267,7 +267,7 @@ TEST_F(ChatSession, aStopAtAnyStageKeepsWhatCameAndVoidsTheRest) {
         EXPECT_EQ(answer().content, stage.streaming ? u"a"_s : u""_s);
         EXPECT_EQ(store().chat(), stopped);
         EXPECT_EQ(store().chatError(), std::nullopt);
-        EXPECT_EQ(system.transport.requests().size(), requests);
+        EXPECT_EQ(asked(), requests);
         EXPECT_TRUE(!body || !body->isOpen());
 
         // A stop without a run saves nothing.

@@ -1,21 +1,25 @@
 #pragma once
 
 #include "service/Endpoints.h"
-#include "store/AppStore.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/store/StoreTest.h"
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <memory>
 
 /// A signed-in store whose questions the test answers.
 class ChatTest : public testing::Test {
 protected:
-    ChatTest() { signIn(QStringLiteral("user")); }
+    static inline const QString wallPath = QStringLiteral("/v1/wall");
+    static inline const QString quotaPath = QStringLiteral("/v1/account/quota");
+
+    ChatTest() {
+        system.transport.always(wallPath, HttpResponse{200, R"({"items":[]})"});
+        system.transport.always(quotaPath, HttpResponse{200, R"({"plan":"free","used":1})"});
+        signIn(QStringLiteral("user"));
+    }
     ~ChatTest() override {
+        if (m_store)
+            endAll(*m_store, system);
         m_store.reset();
         // What waited for the store ends in a turn of its own.
         settleEventLoop();
@@ -23,11 +27,18 @@ protected:
     Q_DISABLE_COPY_MOVE(ChatTest)
 
     AppStore &store() { return *m_store; }
-    void dropStore() { m_store.reset(); }
+    /// Only an answer may be under way.
+    void dropStore() {
+        StoreAccess::cancelSync(*m_store);
+        settleEventLoop();
+        m_store.reset();
+    }
 
     void signIn(const std::optional<QString> &user) {
         StoreAccess::setAccount(*m_store, user);
+        StoreAccess::holdSync(*m_store);
         m_store->loadLibrary();
+        settleEventLoop();
     }
 
     bool waitsForAnswer() {
@@ -61,8 +72,22 @@ protected:
 
     const ChatMessage &answer() const { return m_store->chat().messages.last(); }
 
+    /// How many requests there were, those of the wall and the quota left out.
+    qsizetype asked() const {
+        const auto &requests = system.transport.requests();
+        return std::count_if(requests.begin(), requests.end(), [](const HttpRequest &request) {
+            return request.url.path() != wallPath && request.url.path() != quotaPath;
+        });
+    }
+
     /// The request bodies of all runs so far.
-    QByteArray lastBody() const { return *system.transport.requests().back().body; }
+    QByteArray lastBody() const {
+        const auto &requests = system.transport.requests();
+        const auto last =
+            std::find_if(requests.rbegin(), requests.rend(),
+                         [](const HttpRequest &request) { return bool(request.body); });
+        return *last->body;
+    }
 
     QList<LibraryChange> pending() const { return m_store->library().sync.value().pending; }
 

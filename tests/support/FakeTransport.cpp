@@ -2,6 +2,8 @@
 
 #include "platform/CancellationError.h"
 
+#include <QCoreApplication>
+#include <QMetaObject>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,7 +19,16 @@ Task<FakeTransport::Reply> FakeTransport::reply(HttpRequest request, std::stop_t
     if (stop.stop_requested())
         throw CancellationError();
     Completion<Reply> completion;
-    m_pending.push_back(Pending{request.url.path(), completion});
+    const auto path = request.url.path();
+    m_pending.push_back(Pending{path, completion});
+    if (m_always.contains(path)) {
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [completion, response = m_always.value(path)]() mutable {
+                completion.succeed(response);
+            },
+            Qt::QueuedConnection);
+    }
     m_requests.push_back(std::move(request));
     std::function<void()> onStop = [completion]() mutable {
         completion.fail(std::make_exception_ptr(CancellationError()));
@@ -63,6 +74,25 @@ void FakeTransport::answer(const QString &path, int status, const QByteArray &bo
 void FakeTransport::fail(const QString &path, URLError::Code code) {
     if (auto completion = next(path))
         completion->fail(std::make_exception_ptr(URLError(code)));
+}
+
+bool FakeTransport::abandon() {
+    bool any = false;
+    for (const auto &pending : m_pending) {
+        if (pending.completion.isComplete())
+            continue;
+        any = true;
+        auto completion = pending.completion;
+        completion.fail(std::make_exception_ptr(CancellationError()));
+    }
+    return any;
+}
+
+void FakeTransport::always(const QString &path, const std::optional<HttpResponse> &response) {
+    if (response)
+        m_always.insert(path, *response);
+    else
+        m_always.remove(path);
 }
 
 std::shared_ptr<FakeBody> FakeTransport::answerHead(const QString &path, int status) {

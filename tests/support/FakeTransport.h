@@ -5,6 +5,8 @@
 #include "platform/URLError.h"
 #include "tests/support/FakeBody.h"
 
+#include <QHash>
+
 #include <variant>
 
 /// Requests that wait until the test answers them, in any order. Answers never arrive inside the
@@ -31,6 +33,13 @@ public:
     /// Sends the head of a streamed reply; the test sends the body.
     std::shared_ptr<FakeBody> answerHead(const QString &path, int status = 200);
 
+    /// Cancels all that wait; false when none did.
+    bool abandon();
+
+    /// From now on every request to the path is answered by itself, in a later turn; without a
+    /// response, by the test again.
+    void always(const QString &path, const std::optional<HttpResponse> &response);
+
 private:
     /// What a request waits for: its whole reply, or the head of a streamed one, which brings the
     /// body's other end.
@@ -46,4 +55,5 @@ private:
 
     std::vector<HttpRequest> m_requests;
     std::vector<Pending> m_pending;
+    QHash<QString, HttpResponse> m_always;
 };
