@@ -8,14 +8,19 @@ Ends with 1 when a ratio or a time misses its goal or a pair is incomplete.
 import json
 import sys
 
-GOALS = {"decode": 1.5, "encode": 1.3, "save": 1.3, "append": 2.0}
+GOALS = {"decode": 1.5, "encode": 1.3, "save": 1.3, "append": 2.0, "stream": 2}
 
-# Most of a save is waiting for the disk.
-BY_THE_CLOCK = {"save"}
+# Most of a save is waiting for the disk; a step is timed by itself.
+BY_THE_CLOCK = {"save", "step"}
 
 # Milliseconds of what has no reference.
 LIMITS = {"change/one card": 0.1, "change/one conversation": 0.2, "search/first text": 20,
-          "search/next text": 8}
+          "search/next text": 8, "step/20000 pieces at once": 8, "step/100000 pieces at once": 8,
+          "step/20000 pieces steadily": 8}
+
+# How many times as long five times as much may take.
+GROWTH = {"show/100000 pieces": ("show/20000 pieces", 6.5),
+          "stream/100000 pieces/codec": ("stream/20000 pieces/codec", 6.5)}
 
 
 def kind(name):
@@ -26,7 +31,7 @@ def medians(path):
     """Milliseconds by name."""
     with open(path, encoding="utf-8") as file:
         runs = json.load(file)["benchmarks"]
-    return {run["run_name"]: run["real_time" if kind(run["run_name"]) in BY_THE_CLOCK else "cpu_time"]
+    return {run["run_name"].split("/iterations")[0]: run["real_time" if kind(run["run_name"]) in BY_THE_CLOCK else "cpu_time"]
             for run in runs if run.get("aggregate_name") == "median"}
 
 
@@ -36,7 +41,7 @@ def main():
     times = medians(sys.argv[1])
     if not times:
         sys.exit("No medians: run with --benchmark_repetitions.")
-    pairs = sorted({name.rsplit("/", 1)[0] for name in times if name not in LIMITS})
+    pairs = sorted({name.rsplit("/", 1)[0] for name in times if name.endswith(("/codec", "/reference"))})
     failed = False
     for name, limit in LIMITS.items():
         if name not in times:
@@ -44,6 +49,13 @@ def main():
         missed = times[name] > limit
         failed = failed or missed
         print(f"{name:24} {times[name]:7.3f} ms, goal {limit} ms{'  MISSED' if missed else ''}")
+    for name, (less, limit) in GROWTH.items():
+        if name not in times or less not in times:
+            continue
+        growth = times[name] / times[less]
+        missed = growth > limit
+        failed = failed or missed
+        print(f"{name:24} {growth:7.2f} times {less}, goal {limit}{'  MISSED' if missed else ''}")
     for pair in pairs:
         codec, reference = times.get(pair + "/codec"), times.get(pair + "/reference")
         if codec is None or reference is None:

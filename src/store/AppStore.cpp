@@ -114,8 +114,12 @@ void AppStore::setConnecting(bool connecting) {
 }
 
 QString AppStore::libraryKey() const {
-    return LibraryDisk::key(m_baseString,
-                            m_account ? std::optional(m_account->user.id) : std::nullopt);
+    const auto user = m_account ? std::optional(m_account->user.id) : std::nullopt;
+    // Kept, since every line of an answer asks for it.
+    auto &kept = m_keptKey;
+    if (kept.key.isEmpty() || kept.server != m_baseString || kept.user != user)
+        kept = {m_baseString, user, LibraryDisk::key(m_baseString, user)};
+    return kept.key;
 }
 
 QString AppStore::requestBase() const {

@@ -385,6 +385,12 @@ private:
     /// What a run of the chat holds by value, whatever happens around it.
     struct ChatRun;
 
+    struct KeptKey {
+        QString server;
+        std::optional<QString> user;
+        QString key;
+    };
+
     static Task<Catalogue> fetchCatalogue(API api, QString locale);
 
     /// The address that requests go to: a base that is not valid falls to the built-in one.
@@ -439,11 +445,10 @@ private:
     [[nodiscard]] Task<void> fetchAccount(bool showError);
     [[nodiscard]] Task<void> refreshWallAndQuota();
 
-    Conversation emptyConversation() const;
     /// What stood open stays as it was last saved.
     void openEmptyChat();
     void setChat(const Conversation &chat);
-    /// The version that the service last reported of a conversation.
+    /// The version of a conversation that the service last told; absent for one it does not know.
     std::optional<qint64> knownVersion(const Identifier &conversation) const;
     /// A run that is not current touches nothing.
     bool isCurrent(const ChatRun &run) const;
@@ -512,6 +517,7 @@ private:
     /// Whether any library has been loaded since the start.
     bool m_libraryLoaded = false;
     LibraryEncoder m_libraryEncoder;
+    mutable KeptKey m_keptKey;
 
     /// Identity of the current account and server context.
     Identifier m_generation = Identifier::make();

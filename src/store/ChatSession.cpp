@@ -46,13 +46,6 @@ struct AppStore::ChatRun {
     std::stop_token stop;
 };
 
-Conversation AppStore::emptyConversation() const {
-    Conversation conversation;
-    conversation.title = text(QStringLiteral("chat.new"));
-    conversation.updatedAt = Date::from(m_platform.clock.now());
-    return conversation;
-}
-
 void AppStore::setChat(const Conversation &chat) {
     m_growth.flush();
     if (m_chat == chat)
@@ -63,7 +56,10 @@ void AppStore::setChat(const Conversation &chat) {
 }
 
 void AppStore::openEmptyChat() {
-    setChat(emptyConversation());
+    Conversation conversation;
+    conversation.title = text(QStringLiteral("chat.new"));
+    conversation.updatedAt = Date::from(m_platform.clock.now());
+    setChat(conversation);
     m_chatBaseVersion.reset();
 }
 
