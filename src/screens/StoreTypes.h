@@ -34,6 +34,12 @@ struct HealthForQml {
     QML_VALUE_TYPE(health)
 };
 
+struct CaseCardForQml {
+    Q_GADGET
+    QML_FOREIGN(CaseCard)
+    QML_VALUE_TYPE(caseCard)
+};
+
 struct AppUserForQml {
     Q_GADGET
     QML_FOREIGN(AppUser)
@@ -50,10 +56,4 @@ struct QuotaForQml {
     Q_GADGET
     QML_FOREIGN(Quota)
     QML_VALUE_TYPE(quota)
-};
-
-struct CaseCardForQml {
-    Q_GADGET
-    QML_FOREIGN(CaseCard)
-    QML_VALUE_TYPE(caseCard)
 };
