@@ -30,12 +30,11 @@ AppStore::AppStore(Platform platform, QObject *parent)
       m_platform(platform),
       m_baseString(initialBase(platform.preferences)),
       m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))),
-      m_growth(platform.clock,
-               [this] {
-                   const auto last = m_chat.messages.size() - 1;
-                   m_messages.setItem(last, m_chat.messages[last], {MessageModel::content});
-               }),
-      m_readingSize(ReadingSize::stored(platform.preferences.value(ReadingSize::key))) {
+      m_readingSize(ReadingSize::stored(platform.preferences.value(ReadingSize::key))),
+      m_growth(platform.clock, [this] {
+          const auto last = m_chat.messages.size() - 1;
+          m_messages.setItem(last, m_chat.messages[last], {MessageModel::content});
+      }) {
     m_chat.title = QStringLiteral("New conversation");
     m_chat.updatedAt = Date::from(platform.clock.now());
     QObject::connect(this, &AppStore::baseStringChanged, this, &AppStore::libraryKeyChanged);
