@@ -96,9 +96,9 @@ QUrl AccountModel::accountSite(const QString &path) const {
 QUrl AccountModel::registration() const {
     auto address = accountSite(Endpoint::googleRegister);
     QUrlQuery query;
-    query.addQueryItem(QStringLiteral("lang"),
-                       AppLanguages::webCode(m_store ? m_store->effectiveLanguage()
-                                                     : AppLanguage::en));
+    query.addQueryItem(
+        QStringLiteral("lang"),
+        AppLanguages::webCode(m_store ? m_store->effectiveLanguage() : AppLanguage::en));
     address.setQuery(query);
     return address;
 }
