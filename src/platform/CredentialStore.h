@@ -21,6 +21,10 @@ public:
     /// Takes as long as the user does, off the main thread.
     [[nodiscard]] virtual Task<void> prepare() = 0;
 
+    /// Whether secrets lie in a private file of this user, for want of anything safer. Known once
+    /// prepare() has ended.
+    virtual bool isFile() const { return false; }
+
     /// Absent when there is no such item or it cannot be read.
     virtual std::optional<QByteArray> find(const QString &service, const QString &account) = 0;
     virtual Outcome remove(const QString &service, const QString &account) = 0;

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] Task<void> prepare() override;
 
     /// Whether secrets lie in the file; known after prepare().
-    bool isFile() const { return m_chosen == &m_file; }
+    bool isFile() const override { return m_chosen == &m_file; }
 
     std::optional<QByteArray> find(const QString &service, const QString &account) override;
     Outcome remove(const QString &service, const QString &account) override;

@@ -4,9 +4,13 @@
 #include "platform/SystemAppearance.h"
 #include "presentation/Ink.h"
 
+#include <QJSEngine>
+
 namespace {
 
 const QLatin1String preferenceKey("appearance");
+
+Appearance *made = nullptr;
 
 } // namespace
 
@@ -15,8 +19,19 @@ Appearance::Appearance(Preferences &preferences, SystemAppearance &system, QObje
       m_preferences(preferences),
       m_system(system),
       m_choice(choiceNamed(preferences.value(preferenceKey).value_or(QString()))) {
+    made = this;
     connect(&m_system, &SystemAppearance::changed, this, &Appearance::apply);
     apply();
+}
+
+Appearance::~Appearance() {
+    if (made == this)
+        made = nullptr;
+}
+
+Appearance *Appearance::create(QQmlEngine *, QJSEngine *) {
+    QJSEngine::setObjectOwnership(made, QJSEngine::CppOwnership);
+    return made;
 }
 
 QString Appearance::name(Choice choice) {

@@ -31,8 +31,9 @@ Rectangle {
         case "chat":
         case "wall":
         case "history":
-        case "account":
             return "LaterView.qml";
+        case "account":
+            return "AccountView.qml";
         }
         return "CaseBrowserView.qml";
     }

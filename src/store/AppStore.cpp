@@ -2,6 +2,7 @@
 
 #include "BuildSettings.h"
 #include "platform/Clock.h"
+#include "platform/CredentialStore.h"
 #include "platform/Preferences.h"
 #include "storage/LibraryDisk.h"
 #include "storage/TokenVault.h"
@@ -124,6 +125,14 @@ QString AppStore::libraryKey() const {
 
 QString AppStore::requestBase() const {
     return API::validBase(m_baseString).value_or(QString(localService));
+}
+
+bool AppStore::areCredentialsInFile() const {
+    return m_platform.credentials.isFile();
+}
+
+API AppStore::publicSite() const {
+    return {QLatin1String(BuildSettings::publicSite), std::nullopt, m_platform.transport};
 }
 
 API AppStore::api() const {

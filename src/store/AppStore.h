@@ -42,6 +42,8 @@ class AppStore final : public QObject {
     Q_PROPERTY(bool connected READ isConnected NOTIFY healthChanged FINAL)
     Q_PROPERTY(Health health READ healthRecord NOTIFY healthChanged FINAL)
     Q_PROPERTY(bool signedIn READ isSignedIn NOTIFY accountChanged FINAL)
+    /// The login is kept in a private file, since no keyring answers.
+    Q_PROPERTY(bool credentialsInFile READ areCredentialsInFile NOTIFY connectingChanged FINAL)
     Q_PROPERTY(Account account READ accountRecord NOTIFY accountChanged FINAL)
     Q_PROPERTY(bool authenticating READ isAuthenticating NOTIFY authenticatingChanged FINAL)
     Q_PROPERTY(bool googleAuthenticating READ isGoogleAuthenticating NOTIFY
@@ -211,6 +213,11 @@ public:
     /// Goes on after the time, for a screen that waits for its user to pause. Throws
     /// CancellationError once `stop` was requested.
     [[nodiscard]] Task<void> sleep(std::chrono::milliseconds duration, std::stop_token stop) const;
+
+    bool areCredentialsInFile() const;
+
+    /// The program's public site, whatever server is set. Carries no token.
+    API publicSite() const;
 
     /// The words of an error, for a screen's own line.
     QString describe(std::exception_ptr error) const;

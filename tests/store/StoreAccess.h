@@ -14,6 +14,11 @@ public:
         store.setAccount(account);
     }
 
+    static void setAccount(AppStore &store, const Account &account) { store.setAccount(account); }
+    static void setHealth(AppStore &store, const Health &health) {
+        store.publish(store.m_health, health, &AppStore::healthChanged);
+    }
+
     static void setEmail(AppStore &store, const QString &email) {
         store.m_account->user.email = email;
     }
