@@ -4,7 +4,7 @@ BUILD_PACKAGES=(
     cmake ninja-build pkg-config
     qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev libgl-dev libvulkan-dev
     qcoro-qt6-dev libsimdjson-dev rapidjson-dev
-    libcpp-httplib-dev libsqlite3-dev libsodium-dev libsecret-1-dev
+    libcpp-httplib-dev libsqlite3-dev libsodium-dev libsecret-1-dev libcmark-dev
     python3-fonttools python3-brotli
 )
 RUN_PACKAGES=(
