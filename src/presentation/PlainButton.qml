@@ -10,6 +10,8 @@ T.AbstractButton {
 
     property real radius: 9
     property color ground: "transparent"
+    // Stands on a sheet, which is light in both appearances.
+    property bool overSheet: false
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -28,7 +30,7 @@ T.AbstractButton {
         Rectangle {
             anchors.fill: parent
             radius: button.radius
-            color: Ink.paper
+            color: button.overSheet ? Ink.paperInk : Ink.paper
             opacity: button.hovered && !button.down ? 0.05 : 0
         }
 
@@ -38,7 +40,7 @@ T.AbstractButton {
             radius: button.radius + 2
             visible: button.visualFocus
             color: "transparent"
-            border.color: Ink.brand
+            border.color: button.overSheet ? Ink.paperInk : Ink.brand
             border.width: 2
         }
     }

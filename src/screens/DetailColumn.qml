@@ -25,7 +25,13 @@ Rectangle {
     }
 
     function screenFile(destination: string): string {
-        return destination === "home" ? "ArchivesHomeView.qml" : "LaterView.qml";
+        switch (destination) {
+        case "home":
+            return "ArchivesHomeView.qml";
+        case "chat":
+            return "ChatView.qml";
+        }
+        return "LaterView.qml";
     }
 
     function rebuild() {

@@ -1,6 +1,7 @@
 #include "store/AppStore.h"
 
 #include "BuildSettings.h"
+#include "platform/Browser.h"
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
 #include "storage/LibraryDisk.h"
@@ -134,6 +135,11 @@ void AppStore::setArchives(const QList<Archive> &archives) {
 
 void AppStore::setAccount(const std::optional<Account> &account) {
     publish(m_account, account, &AppStore::accountChanged);
+}
+
+void AppStore::openAddress(const QUrl &address) {
+    if (!m_platform.browser.open(address))
+        setNotice(text(QStringLiteral("urlError.cannotOpenFile")));
 }
 
 void AppStore::replaceGeneration() {

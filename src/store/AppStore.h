@@ -18,6 +18,7 @@
 #include <QJsonObject>
 #include <QObject>
 #include <QSet>
+#include <QUrl>
 
 #include <exception>
 #include <optional>
@@ -298,6 +299,10 @@ public:
     /// each conversation and archive. Never throws: the outcome is told by `notice`.
     [[nodiscard]] Task<void> requestMoreCases(QString archive);
     Q_INVOKABLE void beginRequestMoreCases(const QString &archive);
+
+    /// Hands an address that was checked to the system's browser or mail program. A failure ends in
+    /// `notice`.
+    Q_INVOKABLE void openAddress(const QUrl &address);
 
     /// Replaces the identity of the account and server context, which voids all work in flight.
     void replaceGeneration();
