@@ -3,8 +3,6 @@
 #include "store/AppStore.h"
 #include "store/ListModel.h"
 
-#include <QtQmlIntegration>
-
 /// One choice of where to ask.
 struct ArchiveChoice {
     /// Empty stands for all archives.
@@ -15,22 +13,19 @@ struct ArchiveChoice {
 };
 
 /// The archives that a new conversation can be limited to: all of them first, then each by itself.
-class ArchivePillModel : public ListModel<ArchiveChoice> {
+class ArchivePillModel final : public ListModel<ArchiveChoice> {
     Q_OBJECT
-    QML_ELEMENT
-    Q_PROPERTY(AppStore *store READ store WRITE setStore REQUIRED FINAL)
 
 public:
     enum Role { archive = Qt::UserRole, selected };
 
     using ListModel::ListModel;
 
-    AppStore *store() const { return m_store; }
     void setStore(AppStore *store);
 
     /// Takes an archive into the selection or out of it; the empty id empties the selection. A
     /// conversation that has begun keeps its archives.
-    Q_INVOKABLE void toggle(const QString &archive);
+    void toggle(const QString &archive);
 
     QHash<int, QByteArray> roleNames() const override;
 

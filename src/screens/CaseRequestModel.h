@@ -3,8 +3,6 @@
 #include "store/AppStore.h"
 #include "store/ListModel.h"
 
-#include <QtQmlIntegration>
-
 /// An archive whose editors can be asked for more cases.
 struct CaseRequestChoice {
     QString archive;
@@ -16,17 +14,14 @@ struct CaseRequestChoice {
 
 /// The archives that the open conversation was asked of, each with the state of the request for
 /// more cases.
-class CaseRequestModel : public ListModel<CaseRequestChoice> {
+class CaseRequestModel final : public ListModel<CaseRequestChoice> {
     Q_OBJECT
-    QML_ELEMENT
-    Q_PROPERTY(AppStore *store READ store WRITE setStore REQUIRED FINAL)
 
 public:
     enum Role { archive = Qt::UserRole, label, open };
 
     using ListModel::ListModel;
 
-    AppStore *store() const { return m_store; }
     void setStore(AppStore *store);
 
     QHash<int, QByteArray> roleNames() const override;

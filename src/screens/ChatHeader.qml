@@ -15,6 +15,12 @@ ColumnLayout {
 
     spacing: 14
 
+    ChatArchives {
+        id: choices
+
+        store: header.store
+    }
+
     RowLayout {
         Layout.fillWidth: true
         spacing: 8
@@ -85,11 +91,7 @@ ColumnLayout {
         spacing: 8
         clip: true
 
-        model: ArchivePillModel {
-            id: choices
-
-            store: header.store
-        }
+        model: choices.pills
 
         delegate: ArchivePill {
             id: pill

@@ -15,6 +15,12 @@ ColumnLayout {
 
     spacing: 12
 
+    ChatArchives {
+        id: archives
+
+        store: followUps.store
+    }
+
     TextLabel {
         Layout.fillWidth: true
         text: followUps.store.words.text("askThreadNote")
@@ -53,9 +59,7 @@ ColumnLayout {
                 onClosed: more.forceActiveFocus(Qt.PopupFocusReason)
 
                 Instantiator {
-                    model: CaseRequestModel {
-                        store: followUps.store
-                    }
+                    model: archives.requests
 
                     delegate: MenuRow {
                         required property string archive

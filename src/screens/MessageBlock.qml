@@ -28,7 +28,7 @@ ColumnLayout {
 
     spacing: 12
 
-    CitationModel {
+    Citations {
         id: citations
 
         messages: block.store.messages
@@ -98,7 +98,7 @@ ColumnLayout {
         rowSpacing: 14
 
         Repeater {
-            model: citations
+            model: citations.cards
 
             delegate: CitationCard {
                 Layout.preferredWidth: (block.width - 14 * (block.columns - 1)) / block.columns

@@ -47,13 +47,21 @@ ListView {
     cacheBuffer: 800
     boundsBehavior: Flickable.StopAtBounds
     clip: true
-    onMessageCountChanged: Qt.callLater(showEnd)
+    onMessageCountChanged: arrived.restart()
 
     delegate: MessageBlock {
         x: thread.inset
         width: thread.textWidth
         store: thread.store
         onChosen: (archive, title, summary) => thread.chosen(archive, title, summary)
+    }
+
+    // The new rows have their places only after this turn.
+    Timer {
+        id: arrived
+
+        interval: 0
+        onTriggered: thread.showEnd()
     }
 
     NumberAnimation {
