@@ -16,9 +16,12 @@ void ExampleQuestions::setStore(AppStore *store) {
     m_store = store;
     connect(store, &AppStore::selectedArchivesChanged, this, &ExampleQuestions::questionsChanged);
     connect(store, &AppStore::wordsChanged, this, &ExampleQuestions::questionsChanged);
+    Q_EMIT questionsChanged();
 }
 
 QStringList ExampleQuestions::questions() const {
+    if (!m_store)
+        return {};
     const QString family = QLatin1String("askExamples.") + archiveOf(*m_store) + QLatin1Char('.');
     QStringList result;
     for (int i = 0; i < shown; ++i)

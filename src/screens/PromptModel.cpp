@@ -13,6 +13,9 @@ void PromptModel::setStore(AppStore *store) {
     connect(store, &AppStore::wordsChanged, this, &PromptModel::placeholderChanged);
     connect(store, &AppStore::quotaChanged, this, &PromptModel::quotaLineChanged);
     connect(store, &AppStore::wordsChanged, this, &PromptModel::quotaLineChanged);
+    Q_EMIT sendableChanged();
+    Q_EMIT placeholderChanged();
+    Q_EMIT quotaLineChanged();
 }
 
 void PromptModel::setPrompt(const QString &prompt) {
@@ -24,7 +27,8 @@ void PromptModel::setPrompt(const QString &prompt) {
 }
 
 bool PromptModel::isSendable() const {
-    return m_store->isSignedIn() && !m_store->isChatting() && !m_prompt.trimmed().isEmpty();
+    return m_store && m_store->isSignedIn() && !m_store->isChatting() &&
+           !m_prompt.trimmed().isEmpty();
 }
 
 void PromptModel::send() {
@@ -36,15 +40,17 @@ void PromptModel::send() {
 }
 
 QString PromptModel::placeholder() const {
+    if (!m_store)
+        return {};
     if (m_store->messageCount() > 0)
         return m_store->text(QStringLiteral("askFollowUpPlaceholder"));
     return m_store->text(QLatin1String("archive.ph.") + ExampleQuestions::archiveOf(*m_store));
 }
 
 QString PromptModel::quotaLine() const {
-    const auto &quota = m_store->quota();
-    if (!quota)
+    if (!m_store || !m_store->quota())
         return {};
+    const auto &quota = m_store->quota();
     if (quota->plan == QLatin1String("pro"))
         return m_store->text(QStringLiteral("askUnlimited"));
     const auto words = m_store->words();

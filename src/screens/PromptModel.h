@@ -18,6 +18,8 @@ class PromptModel : public QObject {
 public:
     using QObject::QObject;
 
+    // The screen may look before it has handed the store over: then there is nothing.
+
     AppStore *store() const { return m_store; }
     void setStore(AppStore *store);
 
