@@ -29,6 +29,7 @@ Rectangle {
         case "home":
             return "ArchivesHomeView.qml";
         case "chat":
+            return "ChatView.qml";
         case "wall":
         case "history":
             return "LaterView.qml";

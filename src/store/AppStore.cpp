@@ -1,6 +1,7 @@
 #include "store/AppStore.h"
 
 #include "BuildSettings.h"
+#include "platform/Browser.h"
 #include "platform/Clock.h"
 #include "platform/CredentialStore.h"
 #include "platform/Preferences.h"

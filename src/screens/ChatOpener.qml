@@ -1,0 +1,117 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// Invites to a first question.
+ColumnLayout {
+    id: opener
+
+    required property AppStore store
+
+    signal picked(question: string)
+
+    spacing: 20
+
+    ExampleQuestions {
+        id: examples
+
+        store: opener.store
+    }
+
+    TesselMark {
+        size: 62
+    }
+
+    TextLabel {
+        Layout.fillWidth: true
+        text: opener.store.words.text("askHead")
+        wrapMode: Text.Wrap
+        font: Fonts.face.archivo(54, 800, 62)
+        leading: Fonts.face.leading(-2)
+        Accessible.role: Accessible.Heading
+    }
+
+    TextLabel {
+        Layout.fillWidth: true
+        Layout.maximumWidth: 650
+        text: opener.store.words.text("tesselBody")
+        wrapMode: Text.Wrap
+        font: Fonts.face.reading(23)
+        leading: 3
+        color: Ink.dim
+    }
+
+    Rectangle {
+        Layout.maximumWidth: opener.width
+        implicitWidth: hint.implicitWidth + 28
+        implicitHeight: hint.implicitHeight + 24
+        radius: 10
+        color: "transparent"
+        border.color: Ink.line
+
+        Eyebrow {
+            id: hint
+
+            x: 14
+            y: 12
+            width: parent.width - 28
+            words: opener.store.words.text("askOpenHint")
+            wrapMode: Text.Wrap
+        }
+    }
+
+    RowLayout {
+        Layout.fillWidth: true
+
+        Eyebrow {
+            Layout.fillWidth: true
+            words: opener.store.words.text("askTry")
+            elide: Text.ElideRight
+            Accessible.role: Accessible.Heading
+        }
+
+        QuietButton {
+            symbol: "arrow.2.squarepath"
+            text: opener.store.words.text("askShuffle")
+            onClicked: examples.shuffle()
+        }
+    }
+
+    Repeater {
+        model: examples.questions
+
+        delegate: PlainButton {
+            id: example
+
+            required property string modelData
+
+            Layout.fillWidth: true
+            padding: 16
+            radius: 12
+            ground: Ink.paper2
+            Accessible.name: modelData
+            onClicked: opener.picked(modelData)
+
+            contentItem: RowLayout {
+                spacing: 14
+
+                TextLabel {
+                    Layout.fillWidth: true
+                    text: example.modelData
+                    wrapMode: Text.Wrap
+                    font: Fonts.face.reading(19)
+                    Accessible.ignored: true
+                }
+
+                Symbol {
+                    name: "arrow.up.left"
+                    size: 15
+                    color: Ink.mute
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,112 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// One message of the conversation, with the cases that it cites.
+ColumnLayout {
+    id: block
+
+    required property AppStore store
+    required property int index
+    required property string role
+    required property string content
+    required property string mode
+    readonly property bool asked: role === "user"
+    readonly property bool growing: !asked && store.chatting && index === store.messageCount - 1
+    readonly property int columns: Math.max(1, Math.floor((width + 14) / (250 + 14)))
+
+    signal chosen(archive: string, title: string, summary: string)
+
+    function author(): string {
+        if (asked)
+            return store.words.text("you");
+        return mode === "evidence-preview" ? store.words.text("preview") : "Quillmere.Chat";
+    }
+
+    spacing: 12
+
+    Citations {
+        id: citations
+
+        messages: block.store.messages
+        row: block.index
+    }
+
+    RowLayout {
+        Layout.fillWidth: true
+
+        Eyebrow {
+            Layout.fillWidth: true
+            words: block.author()
+            elide: Text.ElideRight
+            Accessible.role: Accessible.Heading
+        }
+
+        PlainButton {
+            id: copy
+
+            readonly property string help: block.store.words.text("copy")
+
+            visible: block.content !== ""
+            padding: 8
+            Accessible.name: help
+            onClicked: Clipboard.setText(block.content)
+
+            contentItem: Symbol {
+                name: "doc.on.doc"
+                size: 15
+                color: Ink.mute
+            }
+
+            HelpTip {
+                text: copy.help
+                visible: copy.hovered && !copy.down
+            }
+        }
+    }
+
+    Repeater {
+        model: block.asked && block.content !== "" ? 1 : 0
+
+        delegate: ThreadText {
+            Layout.fillWidth: true
+            text: block.content
+            font: Fonts.face.archivo(26, 650, 90)
+        }
+    }
+
+    Repeater {
+        model: block.asked || block.content === "" ? 0 : 1
+
+        delegate: AnswerText {
+            Layout.fillWidth: true
+            content: block.content
+            growing: block.growing
+            onLinkActivated: link => block.store.openAddress(link)
+        }
+    }
+
+    GridLayout {
+        Layout.fillWidth: true
+        Layout.topMargin: 6
+        visible: citations.count > 0
+        columns: block.columns
+        columnSpacing: 14
+        rowSpacing: 14
+
+        Repeater {
+            model: citations.cards
+
+            delegate: CitationCard {
+                Layout.preferredWidth: (block.width - 14 * (block.columns - 1)) / block.columns
+                Layout.fillHeight: true
+                Layout.alignment: Qt.AlignTop
+                store: block.store
+                onClicked: block.chosen(archive, title, summary)
+            }
+        }
+    }
+}

@@ -1,0 +1,105 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// The messages, or the opener where there are none yet. Only those in sight exist. A growing answer
+// leaves the page where it is; a new message moves it to the end.
+ListView {
+    id: thread
+
+    required property AppStore store
+    // Where the text begins, and how wide it is.
+    required property real inset
+    required property real textWidth
+    readonly property int messageCount: store.messageCount
+
+    signal chosen(archive: string, title: string, summary: string)
+    signal picked(question: string)
+    signal stopped
+
+    function lowest(): real {
+        return Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height);
+    }
+
+    function turn(pages: real) {
+        scrolling.stop();
+        contentY = Math.max(originY - topMargin, Math.min(contentY + pages * 0.9 * height, lowest()));
+    }
+
+    // The heights of messages out of sight are guesses, so the last stretch is what is animated.
+    function showEnd() {
+        const before = contentY;
+        positionViewAtEnd();
+        const end = lowest();
+        scrolling.from = Math.min(end, Math.max(before, end - height));
+        scrolling.to = end;
+        scrolling.restart();
+    }
+
+    model: store.messages
+    spacing: 28
+    topMargin: 28
+    bottomMargin: end.height + 28
+    cacheBuffer: 800
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    onMessageCountChanged: arrived.restart()
+
+    delegate: MessageBlock {
+        x: thread.inset
+        width: thread.textWidth
+        store: thread.store
+        onChosen: (archive, title, summary) => thread.chosen(archive, title, summary)
+    }
+
+    // The new rows have their places only after this turn.
+    Timer {
+        id: arrived
+
+        interval: 0
+        onTriggered: thread.showEnd()
+    }
+
+    NumberAnimation {
+        id: scrolling
+
+        target: thread
+        property: "contentY"
+        duration: 200
+        easing.type: Easing.OutCubic
+        onFinished: {
+            thread.positionViewAtEnd();
+            thread.contentY = thread.lowest();
+        }
+    }
+
+    ColumnLayout {
+        id: end
+
+        parent: thread.contentItem
+        x: thread.inset
+        y: thread.originY + thread.contentHeight + (thread.messageCount > 0 ? thread.spacing : 0)
+        width: thread.textWidth
+        spacing: 28
+
+        ChatOpener {
+            Layout.fillWidth: true
+            visible: thread.messageCount === 0
+            store: thread.store
+            onPicked: question => thread.picked(question)
+        }
+
+        ThreadEnd {
+            Layout.fillWidth: true
+            store: thread.store
+            onStopped: thread.stopped()
+            onPicked: question => thread.picked(question)
+        }
+    }
+
+    T.ScrollBar.vertical: ScrollBarLine {}
+}

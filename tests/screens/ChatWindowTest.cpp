@@ -1,0 +1,105 @@
+#include "tests/screens/OpenWindow.h"
+#include "tests/store/ChatTest.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ChatWindowTest : public ChatTest {
+protected:
+    ChatWindowTest() {
+        for (const auto *path : {"/v1/health", "/v1/archives", "/v1/search", "/v1/account"})
+            system.transport.always(QLatin1String(path), HttpResponse{500, "{}"});
+        store().setDestination(u"chat"_s);
+        m_window = std::make_unique<OpenWindow>(store());
+        settleEventLoop();
+        store().dismissNotice();
+        settleEventLoop();
+    }
+
+    OpenWindow &window() { return *m_window; }
+    QQuickItem *field() const {
+        for (auto *item : m_window->window()->findChildren<QQuickItem *>(u"chat-prompt"_s))
+            return item;
+        return nullptr;
+    }
+    QString typed() const { return field()->property("text").toString(); }
+    QString text(const char *key) { return store().text(QLatin1String(key)); }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(m_window->window(), key, modifiers);
+    }
+
+private:
+    std::unique_ptr<OpenWindow> m_window;
+};
+
+} // namespace
+
+TEST_F(ChatWindowTest, theKeyboardWritesAsksAndLeavesTheField) {
+    ASSERT_NE(field(), nullptr);
+    ASSERT_TRUE(window().press(text("askExamples.foible.1")));
+    EXPECT_EQ(typed(), text("askExamples.foible.1"));
+    EXPECT_TRUE(field()->hasActiveFocus());
+    EXPECT_EQ(store().messageCount(), 0) << "an example is not sent by itself";
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(typed(), QString());
+
+    key(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(store().messageCount(), 0);
+    QGuiApplication::clipboard()->setText(u"Why\nso?"_s);
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(typed(), u"Why\nso?\n"_s);
+    key(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(store().chat().messages.value(0).content, u"Why\nso?"_s);
+    EXPECT_EQ(typed(), QString());
+
+    // The question that waits for the end of the answer stays.
+    key(Qt::Key_A);
+    key(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(typed(), u"a"_s);
+    key(Qt::Key_Tab);
+    EXPECT_FALSE(field()->hasActiveFocus());
+    EXPECT_EQ(typed(), u"a"_s);
+    EXPECT_TRUE(window().press(text("stop")));
+    EXPECT_FALSE(store().isChatting());
+}
+
+TEST_F(ChatWindowTest, aGrowingAnswerKeepsItsTextItemAndTheSelectionInIt) {
+    const auto body = ask(u"Why?"_s);
+    body->send(delta("One **two** three"));
+    const auto answer = [&] { return window().ofType(u"AnswerText"_s).value(0); };
+    ASSERT_TRUE(eventually([&] { return answer() != nullptr; }));
+    auto *first = answer();
+    ASSERT_TRUE(QMetaObject::invokeMethod(first, "select", Q_ARG(int, 4), Q_ARG(int, 7)));
+    for (int piece = 0; piece < 50; ++piece)
+        body->send(delta(" and more"));
+    body->send(done());
+    body->end();
+    ASSERT_TRUE(eventually([&] { return !store().isChatting(); }));
+    EXPECT_EQ(answer(), first);
+    EXPECT_EQ(first->property("selectedText").toString(), u"two"_s);
+    EXPECT_TRUE(eventually([&] { return window().shows(text("answerArrived")); }));
+    ASSERT_TRUE(window().press(text("copy")));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Why?"_s) << "the first of the two";
+}
+
+TEST_F(ChatWindowTest, aLongConversationMakesOnlyWhatIsInSight) {
+    Conversation conversation;
+    for (int at = 0; at < 200; ++at) {
+        ChatMessage message;
+        message.role = at % 2 == 0 ? u"user"_s : u"assistant"_s;
+        message.content = u"A sentence of the talk. "_s.repeated(40);
+        conversation.messages.append(message);
+    }
+    store().openChat(conversation);
+    EXPECT_TRUE(eventually([&] { return !window().ofType(u"MessageBlock"_s).isEmpty(); }));
+    EXPECT_LT(window().ofType(u"MessageBlock"_s).size(), 40);
+    store().startChat(u"And now?"_s);
+    ASSERT_TRUE(waitsForAnswer());
+    EXPECT_TRUE(eventually([&] { return window().shows(u"And now?"_s); }));
+}
