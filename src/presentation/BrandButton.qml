@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Quillmere.Presentation
 
@@ -10,6 +11,10 @@ T.AbstractButton {
 
     property bool filled: false
     property bool accent: false
+    // Stands on a sheet, which is light in both appearances: so the button is dark in both.
+    property bool overSheet: false
+    property string symbol
+    readonly property color ink: !filled ? Ink.paper : accent ? Ink.paperInk : overSheet ? Ink.sheet : Ink.onPaper
 
     leftPadding: 16
     rightPadding: 16
@@ -25,18 +30,30 @@ T.AbstractButton {
         cursorShape: Qt.PointingHandCursor
     }
 
-    contentItem: TextLabel {
-        text: button.text
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        font: Fonts.face.mono(Fonts.caption, 600)
-        color: !button.filled ? Ink.paper : button.accent ? Ink.paperInk : Ink.onPaper
-        Accessible.ignored: true
+    contentItem: RowLayout {
+        spacing: 10
+
+        Symbol {
+            visible: button.symbol !== ""
+            name: button.symbol
+            size: 16
+            color: button.ink
+        }
+
+        TextLabel {
+            Layout.fillWidth: true
+            text: button.text
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            font: Fonts.face.mono(Fonts.caption, 600)
+            color: button.ink
+            Accessible.ignored: true
+        }
     }
 
     background: Rectangle {
         radius: 10
-        color: !button.filled ? Ink.paper2 : button.accent ? Ink.flagship : Ink.paper
+        color: !button.filled ? Ink.paper2 : button.accent ? Ink.flagship : button.overSheet ? Ink.paperInk : Ink.paper
         border.width: button.filled ? 0 : 1
         border.color: button.hovered ? Ink.mute : Ink.lineStrong
 
@@ -46,7 +63,7 @@ T.AbstractButton {
             radius: 13
             visible: button.visualFocus
             color: "transparent"
-            border.color: Ink.brand
+            border.color: button.overSheet ? Ink.paperInk : Ink.brand
             border.width: 2
         }
     }

@@ -31,6 +31,7 @@ class Ink final : public QObject {
     Q_PROPERTY(QColor paperLine READ paperLine CONSTANT FINAL)
     Q_PROPERTY(QColor flagship READ flagship CONSTANT FINAL)
     Q_PROPERTY(QColor online READ online CONSTANT FINAL)
+    Q_PROPERTY(QColor failure READ failure CONSTANT FINAL)
 
 public:
     /// The one palette of the process, which QML sees as `Ink`.
@@ -64,6 +65,8 @@ public:
     QColor flagship() const { return QColor::fromRgb(0xFFE014); }
     /// The dot of a connected service.
     QColor online() const { return QColor::fromRgb(0x12805C); }
+    /// The words of a failure.
+    QColor failure() const { return QColor::fromRgb(0xFF6347); }
 
 Q_SIGNALS:
     void darkChanged();

@@ -25,7 +25,15 @@ Rectangle {
     }
 
     function screenFile(destination: string): string {
-        return destination === "home" ? "ArchivesHomeView.qml" : "LaterView.qml";
+        switch (destination) {
+        case "home":
+            return "ArchivesHomeView.qml";
+        case "wall":
+            return "WallView.qml";
+        case "history":
+            return "HistoryView.qml";
+        }
+        return "LaterView.qml";
     }
 
     function rebuild() {

@@ -33,6 +33,14 @@ public:
             removeRowsOf(items.size(), m_items.size());
     }
 
+    /// Replaces all rows by the answer to another question, with which the old rows have nothing to
+    /// do: views begin again at the top.
+    void resetItems(const QList<Record> &items) {
+        beginResetModel();
+        m_items = items;
+        endResetModel();
+    }
+
     /// Replaces the record of one row, of which only these roles differ; none named means all.
     void setItem(qsizetype at, const Record &record, const QList<int> &roles = {}) {
         m_items[at] = record;

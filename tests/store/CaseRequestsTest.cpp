@@ -111,7 +111,8 @@ TEST_F(SavedCases, areTogglesOfAKeyAlone) {
     ASSERT_EQ(pending().size(), 1);
     EXPECT_TRUE(pending()[0].deleted);
     EXPECT_EQ(pending()[0].key, u"foible:1"_s);
-    EXPECT_EQ(system.files.written().size(), 4) << "the load of an account, its wall, and each toggle";
+    EXPECT_EQ(system.files.written().size(), 4)
+        << "the load of an account, its wall, and each toggle";
 }
 
 TEST_F(SavedCases, ofAGuestAreWrittenAndNotQueued) {

@@ -1,0 +1,125 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// What the account has pinned. The arrow keys go from row to row; only the rows on display are made.
+Item {
+    id: wall
+
+    required property AppStore store
+    readonly property real columnWidth: Math.min(1000, list.width - 68)
+
+    // The item that the removal dialog is about.
+    property string removing
+
+    WallModel {
+        id: model
+
+        store: wall.store
+        columns: Math.floor((wall.columnWidth + 18) / (265 + 18))
+    }
+
+    ListView {
+        id: list
+
+        anchors.fill: parent
+        model: model.rows
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        // The row with the keyboard brings itself into view; a change of the list moves nothing.
+        highlightFollowsCurrentItem: false
+        Accessible.role: Accessible.List
+        Accessible.name: wall.store.words.text("wallTitle")
+
+        T.ScrollBar.vertical: ScrollBarLine {}
+
+        header: WallHeader {
+            width: list.width
+            store: wall.store
+            model: model
+            columnWidth: wall.columnWidth
+            onActiveFocusChanged: {
+                if (activeFocus)
+                    list.positionViewAtBeginning();
+            }
+            onPassed: {
+                if (list.currentItem)
+                    list.currentItem.forceActiveFocus(Qt.TabFocusReason);
+            }
+        }
+
+        footer: WallFooter {
+            width: list.width
+            store: wall.store
+            model: model
+            columnWidth: wall.columnWidth
+            onActiveFocusChanged: {
+                if (activeFocus)
+                    list.positionViewAtEnd();
+            }
+        }
+
+        section.property: "section"
+        section.delegate: WallSectionHeading {
+            required property string section
+
+            width: list.width
+            columnWidth: wall.columnWidth
+            words: wall.store.words.text(section)
+        }
+
+        delegate: WallRow {
+            required property int index
+
+            width: list.width
+            store: wall.store
+            wall: model
+            columnWidth: wall.columnWidth
+            reached: ListView.isCurrentItem
+            onCaseOpened: card => {
+                overlay.setSource("CaseSheet.qml", {
+                    store: wall.store,
+                    archive: card.archive,
+                    title: card.title,
+                    summary: card.summary
+                });
+            }
+            onRemovalWanted: id => {
+                wall.removing = id;
+                overlay.setSource("ConfirmDialog.qml", {
+                    store: wall.store,
+                    title: wall.store.words.text("removeFromWall")
+                });
+            }
+            onActiveFocusChanged: {
+                if (!activeFocus)
+                    return;
+                list.currentIndex = index;
+                list.positionViewAtIndex(index, ListView.Contain);
+            }
+        }
+    }
+
+    Loader {
+        id: overlay
+
+        anchors.fill: parent
+    }
+
+    Connections {
+        target: overlay.item
+        ignoreUnknownSignals: true
+
+        function onConfirmed() {
+            model.beginRemove(wall.removing);
+        }
+
+        function onDismissed() {
+            wall.removing = "";
+            overlay.source = "";
+        }
+    }
+}
