@@ -26,7 +26,13 @@ Item {
     ListView {
         id: list
 
+        function goToTop() {
+            contentY = originY - topMargin;
+        }
+
         anchors.fill: parent
+        topMargin: header.height
+        bottomMargin: 34
         model: model.conversations
         boundsBehavior: Flickable.StopAtBounds
         clip: true
@@ -37,23 +43,27 @@ Item {
 
         T.ScrollBar.vertical: ScrollBarLine {}
 
-        header: HistoryHeader {
+        HistoryHeader {
+            id: header
+
+            y: list.originY - height
             width: list.width
+            height: implicitHeight
             store: history.store
             model: model
             columnWidth: history.columnWidth
             onActiveFocusChanged: {
                 if (activeFocus)
-                    list.positionViewAtBeginning();
+                    list.goToTop();
+            }
+            onHeightChanged: {
+                if (list.contentY <= list.originY)
+                    list.goToTop();
             }
             onPassed: {
                 if (list.currentItem)
                     list.currentItem.forceActiveFocus(Qt.TabFocusReason);
             }
-        }
-
-        footer: Item {
-            height: 34
         }
 
         delegate: ConversationRow {

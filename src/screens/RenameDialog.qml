@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -17,7 +16,7 @@ Sheet {
     signal dismissed
 
     function finish() {
-        named(field.text);
+        named(name);
         close();
     }
 
@@ -38,43 +37,13 @@ Sheet {
             Accessible.role: Accessible.Heading
         }
 
-        T.TextField {
-            id: field
-
+        NameField {
             Layout.fillWidth: true
-            implicitHeight: contentHeight + 24
-            padding: 12
             focus: true
-            activeFocusOnTab: true
-            selectByMouse: true
-            clip: true
+            placeholder: dialog.store.words.text("rename")
             text: dialog.name
-            font: Fonts.face.field(18)
-            color: Ink.paper
-            selectionColor: Ink.flagship
-            selectedTextColor: Ink.paperInk
-            Accessible.name: dialog.store.words.text("rename")
-            Component.onCompleted: selectAll()
+            onTextChanged: dialog.name = text
             onAccepted: dialog.finish()
-
-            background: Rectangle {
-                radius: 9
-                color: Ink.paper2
-                border.color: field.activeFocus ? Ink.brand : Ink.lineStrong
-            }
-
-            TextLabel {
-                x: field.leftPadding
-                width: field.width - 2 * x
-                height: field.height
-                visible: field.text === "" && field.preeditText === ""
-                text: dialog.store.words.text("rename")
-                elide: Text.ElideRight
-                verticalAlignment: Text.AlignVCenter
-                font: field.font
-                color: Ink.mute
-                Accessible.ignored: true
-            }
         }
 
         RowLayout {

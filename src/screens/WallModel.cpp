@@ -81,13 +81,13 @@ void WallModel::update() {
         const auto items = m_filter.matches(m_store->wall(), m_query, m_store->words().locale());
         for (const auto &item : items) {
             if (item.kind == QLatin1String("chat"))
-                rows.append({item, isRemovable(item)});
+                rows.append({item, isRemovable(item), 0, rows.isEmpty()});
             else
                 m_cases.append(item);
         }
     }
     for (int first = 0; first < m_cases.size(); first += m_columns)
-        rows.append({std::nullopt, true, first});
+        rows.append({std::nullopt, true, first, first == 0});
     m_rows.setItems(rows);
     Q_EMIT casesChanged();
     if (wasEmpty != isEmpty())

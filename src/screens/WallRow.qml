@@ -21,17 +21,29 @@ FocusScope {
     required property bool resumable
     required property bool removable
     required property int first
+    // Begins the chats or the cases.
+    required property bool leads
+    readonly property real top: leads ? heading.implicitHeight + 28 : isChat ? 28 : 18
 
     signal caseOpened(card: caseCard)
     signal removalWanted(id: string)
 
-    implicitHeight: isChat ? chat.implicitHeight + 28 : cells.implicitHeight + (first === 0 ? 28 : 18)
+    implicitHeight: top + (isChat ? chat.implicitHeight : cells.implicitHeight)
+
+    WallSectionHeading {
+        id: heading
+
+        width: row.width
+        visible: row.leads
+        columnWidth: row.columnWidth
+        words: row.store.words.text(row.isChat ? "wallConversations" : "wallCases")
+    }
 
     WallChatRow {
         id: chat
 
         x: (row.width - width) / 2
-        y: 28
+        y: row.top
         width: row.columnWidth
         visible: row.isChat
         focus: row.isChat
@@ -49,7 +61,7 @@ FocusScope {
         id: cells
 
         x: chat.x
-        y: row.first === 0 ? 28 : 18
+        y: row.top
         width: row.columnWidth
         implicitHeight: line.implicitHeight
         visible: !row.isChat

@@ -19,9 +19,9 @@ QVariant chatValue(const WallItem &item, int role) {
 } // namespace
 
 QHash<int, QByteArray> WallRowModel::roleNames() const {
-    return {{section, "section"},     {isChat, "isChat"},   {itemId, "itemId"},
-            {title, "title"},         {domains, "domains"}, {resumable, "resumable"},
-            {removable, "removable"}, {first, "first"}};
+    return {{isChat, "isChat"},   {itemId, "itemId"},       {title, "title"},
+            {domains, "domains"}, {resumable, "resumable"}, {removable, "removable"},
+            {first, "first"},     {leads, "leads"}};
 }
 
 QString WallRowModel::identity(const WallRow &row) const {
@@ -31,8 +31,6 @@ QString WallRowModel::identity(const WallRow &row) const {
 
 QVariant WallRowModel::value(const WallRow &row, int role) const {
     switch (role) {
-    case section:
-        return row.chat ? QStringLiteral("wallConversations") : QStringLiteral("wallCases");
     case isChat:
         return row.chat.has_value();
     case itemId:
@@ -45,6 +43,8 @@ QVariant WallRowModel::value(const WallRow &row, int role) const {
         return row.removable;
     case first:
         return row.first;
+    case leads:
+        return row.leads;
     default:
         return {};
     }

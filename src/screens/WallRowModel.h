@@ -10,6 +10,8 @@ struct WallRow {
     bool removable = true;
     /// Position of the row's first case among all that are shown.
     int first = 0;
+    /// The row begins the chats or the cases.
+    bool leads = false;
 
     bool operator==(const WallRow &) const = default;
 };
@@ -20,16 +22,16 @@ class WallRowModel final : public ListModel<WallRow> {
 
 public:
     enum Role {
-        /// Key of the heading over the row.
-        section = Qt::UserRole,
-        isChat,
+        isChat = Qt::UserRole,
         itemId,
         title,
         domains,
         /// The chat can be read, and so continued.
         resumable,
         removable,
-        first
+        first,
+        /// The row begins the chats or the cases.
+        leads
     };
 
     using ListModel::ListModel;

@@ -25,7 +25,13 @@ Item {
     ListView {
         id: list
 
+        function goToTop() {
+            contentY = originY - topMargin;
+        }
+
         anchors.fill: parent
+        topMargin: header.height
+        bottomMargin: footer.height
         model: model.rows
         boundsBehavior: Flickable.StopAtBounds
         clip: true
@@ -36,39 +42,27 @@ Item {
 
         T.ScrollBar.vertical: ScrollBarLine {}
 
-        header: WallHeader {
+        WallHeader {
+            id: header
+
+            y: list.originY - height
             width: list.width
+            height: implicitHeight
             store: wall.store
             model: model
             columnWidth: wall.columnWidth
             onActiveFocusChanged: {
                 if (activeFocus)
-                    list.positionViewAtBeginning();
+                    list.goToTop();
+            }
+            onHeightChanged: {
+                if (list.contentY <= list.originY)
+                    list.goToTop();
             }
             onPassed: {
                 if (list.currentItem)
                     list.currentItem.forceActiveFocus(Qt.TabFocusReason);
             }
-        }
-
-        footer: WallFooter {
-            width: list.width
-            store: wall.store
-            model: model
-            columnWidth: wall.columnWidth
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    list.positionViewAtEnd();
-            }
-        }
-
-        section.property: "section"
-        section.delegate: WallSectionHeading {
-            required property string section
-
-            width: list.width
-            columnWidth: wall.columnWidth
-            words: wall.store.words.text(section)
         }
 
         delegate: WallRow {
@@ -99,6 +93,21 @@ Item {
                     return;
                 list.currentIndex = index;
                 list.positionViewAtIndex(index, ListView.Contain);
+            }
+        }
+
+        WallFooter {
+            id: footer
+
+            y: list.originY + list.contentHeight
+            width: list.width
+            height: implicitHeight
+            store: wall.store
+            model: model
+            columnWidth: wall.columnWidth
+            onActiveFocusChanged: {
+                if (activeFocus)
+                    list.contentY = list.originY + Math.max(-list.topMargin, list.contentHeight + height - list.height);
             }
         }
     }
