@@ -2,6 +2,7 @@
 
 #include "records/AppLanguage.h"
 
+#include <QDateTime>
 #include <QLocale>
 #include <QMetaType>
 #include <QString>
@@ -26,6 +27,9 @@ public:
 
     /// The text of the key with every "{n}" replaced by the number.
     Q_INVOKABLE QString textWithNumber(const QString &key, double value) const;
+
+    /// The day of a moment here, in the language's medium form: the month in short, no time of day.
+    QString mediumDate(const QDateTime &moment) const;
 
     /// Locale for dates and numbers.
     QLocale locale() const;

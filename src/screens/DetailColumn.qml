@@ -31,8 +31,9 @@ Rectangle {
         case "chat":
             return "ChatView.qml";
         case "wall":
+            return "WallView.qml";
         case "history":
-            return "LaterView.qml";
+            return "HistoryView.qml";
         case "account":
             return "AccountView.qml";
         }

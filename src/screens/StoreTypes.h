@@ -57,3 +57,9 @@ struct QuotaForQml {
     QML_FOREIGN(Quota)
     QML_VALUE_TYPE(quota)
 };
+
+struct CaseCardForQml {
+    Q_GADGET
+    QML_FOREIGN(CaseCard)
+    QML_VALUE_TYPE(caseCard)
+};

@@ -37,6 +37,16 @@ TEST(WordsTest, DatesFollowTheLanguageAndItsScript) {
     EXPECT_EQ(Words(AppLanguage::zhHant).locale().script(), QLocale::TraditionalHanScript);
     EXPECT_EQ(Words(AppLanguage::ptBR).locale().territory(), QLocale::Brazil);
     EXPECT_EQ(Words(AppLanguage::fr).locale().monthName(3), text("mars"));
+
+    const QDateTime moment(QDate(2026, 3, 4), QTime(23, 59));
+    const std::pair<AppLanguage, const char *> cases[] = {
+        {AppLanguage::en, "Mar 4, 2026"},      {AppLanguage::de, "04.03.2026"},
+        {AppLanguage::fr, "4 mars 2026"},      {AppLanguage::es, "4 mar 2026"},
+        {AppLanguage::ja, "2026/03/04"},       {AppLanguage::ko, "2026. 3. 4."},
+        {AppLanguage::zhHans, "2026年3月4日"}, {AppLanguage::ptBR, "4 de mar. de 2026"},
+    };
+    for (const auto &[language, written] : cases)
+        EXPECT_EQ(Words(language).mediumDate(moment.toUTC()), text(written));
 }
 
 TEST(WordsTest, WordsOfOneLanguageAreEqual) {

@@ -1,0 +1,134 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Quillmere.Presentation
+import Quillmere.Screens
+
+// What the account has pinned. The arrow keys go from row to row; only the rows on display are made.
+Item {
+    id: wall
+
+    required property AppStore store
+    readonly property real columnWidth: Math.min(1000, list.width - 68)
+
+    // The item that the removal dialog is about.
+    property string removing
+
+    WallModel {
+        id: model
+
+        store: wall.store
+        columns: Math.floor((wall.columnWidth + 18) / (265 + 18))
+    }
+
+    ListView {
+        id: list
+
+        function goToTop() {
+            contentY = originY - topMargin;
+        }
+
+        anchors.fill: parent
+        topMargin: header.height
+        bottomMargin: footer.height
+        model: model.rows
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        // The row with the keyboard brings itself into view; a change of the list moves nothing.
+        highlightFollowsCurrentItem: false
+        Accessible.role: Accessible.List
+        Accessible.name: wall.store.words.text("wallTitle")
+
+        T.ScrollBar.vertical: ScrollBarLine {}
+
+        WallHeader {
+            id: header
+
+            y: list.originY - height
+            width: list.width
+            height: implicitHeight
+            store: wall.store
+            model: model
+            columnWidth: wall.columnWidth
+            onActiveFocusChanged: {
+                if (activeFocus)
+                    list.goToTop();
+            }
+            onHeightChanged: {
+                if (list.contentY <= list.originY)
+                    list.goToTop();
+            }
+            onPassed: {
+                if (list.currentItem)
+                    list.currentItem.forceActiveFocus(Qt.TabFocusReason);
+            }
+        }
+
+        delegate: WallRow {
+            required property int index
+
+            width: list.width
+            store: wall.store
+            wall: model
+            columnWidth: wall.columnWidth
+            reached: ListView.isCurrentItem
+            onCaseOpened: card => {
+                overlay.setSource("CaseSheet.qml", {
+                    store: wall.store,
+                    archive: card.archive,
+                    title: card.title,
+                    summary: card.summary
+                });
+            }
+            onRemovalWanted: id => {
+                wall.removing = id;
+                overlay.setSource("ConfirmDialog.qml", {
+                    store: wall.store,
+                    title: wall.store.words.text("removeFromWall")
+                });
+            }
+            onActiveFocusChanged: {
+                if (!activeFocus)
+                    return;
+                list.currentIndex = index;
+                list.positionViewAtIndex(index, ListView.Contain);
+            }
+        }
+
+        WallFooter {
+            id: footer
+
+            y: list.originY + list.contentHeight
+            width: list.width
+            height: implicitHeight
+            store: wall.store
+            model: model
+            columnWidth: wall.columnWidth
+            onActiveFocusChanged: {
+                if (activeFocus)
+                    list.contentY = list.originY + Math.max(-list.topMargin, list.contentHeight + height - list.height);
+            }
+        }
+    }
+
+    Loader {
+        id: overlay
+
+        anchors.fill: parent
+    }
+
+    Connections {
+        target: overlay.item
+        ignoreUnknownSignals: true
+
+        function onConfirmed() {
+            model.beginRemove(wall.removing);
+        }
+
+        function onDismissed() {
+            wall.removing = "";
+            overlay.source = "";
+        }
+    }
+}

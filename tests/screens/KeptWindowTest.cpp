@@ -1,0 +1,92 @@
+#include "copy/Copy.h"
+#include "tests/screens/OpenWindow.h"
+#include "tests/store/StoreTest.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString english(const char *key) {
+    return Copy::text(QLatin1String(key), AppLanguage::en);
+}
+
+/// The history in the real window, used by the keyboard alone.
+class KeptWindow : public StoreTest {
+protected:
+    void SetUp() override {
+        for (const auto &title : {u"One"_s, u"Two"_s, u"Three"_s}) {
+            Conversation conversation;
+            conversation.title = title;
+            StoreAccess::library(store).conversations.append(conversation);
+        }
+        store.setDestination(u"history"_s);
+        m_window = std::make_unique<OpenWindow>(store);
+        m_window->window()->requestActivate();
+        ASSERT_TRUE(eventually([&] { return m_window->window()->isActive(); }));
+        ASSERT_TRUE(eventually([&] { return m_window->ofType(u"ConversationRow"_s).size() == 3; }));
+        m_window->ofType(u"FilterField"_s).first()->forceActiveFocus(Qt::TabFocusReason);
+    }
+
+    void press(Qt::Key key) { QTest::keyClick(m_window->window(), key); }
+
+    /// The accessible name of what has the keyboard.
+    QString focus() const {
+        auto *interface =
+            QAccessible::queryAccessibleInterface(m_window->window()->activeFocusItem());
+        return interface ? interface->text(QAccessible::Name) : QString();
+    }
+
+    bool comesTo(const QString &name) {
+        return eventually([&] { return focus() == name; }, std::chrono::seconds(5));
+    }
+
+    void chooseInMenu(const QString &name) {
+        press(Qt::Key_Tab);
+        ASSERT_TRUE(comesTo(english("more"))) << focus().toStdString();
+        press(Qt::Key_Space);
+        ASSERT_TRUE(eventually([&] { return !m_window->ofType(u"MenuRow"_s).isEmpty(); }));
+        press(Qt::Key_Down);
+        while (focus() != name)
+            press(Qt::Key_Down);
+        press(Qt::Key_Return);
+    }
+
+    std::unique_ptr<OpenWindow> m_window;
+};
+
+} // namespace
+
+TEST_F(KeptWindow, TheKeyboardRenamesAndDeletesAndComesBackToItsRow) {
+    press(Qt::Key_Down);
+    ASSERT_TRUE(comesTo(u"One"_s)) << focus().toStdString();
+    press(Qt::Key_Down);
+    ASSERT_TRUE(comesTo(u"Two"_s)) << focus().toStdString();
+
+    chooseInMenu(english("rename"));
+    ASSERT_TRUE(comesTo(english("rename"))) << focus().toStdString();
+    for (const char letter : {'S', 'e', 'c', 'o', 'n', 'd'})
+        QTest::keyClick(m_window->window(), letter);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(eventually([&] { return store.library().conversations[1].title == u"Second"_s; }));
+    EXPECT_TRUE(comesTo(english("more"))) << focus().toStdString();
+
+    press(Qt::Key_Backtab);
+    ASSERT_TRUE(comesTo(u"Second"_s)) << focus().toStdString();
+    chooseInMenu(english("delete"));
+    ASSERT_TRUE(comesTo(english("cancel"))) << focus().toStdString();
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(comesTo(english("more"))) << focus().toStdString();
+    EXPECT_EQ(store.library().conversations.size(), 3);
+
+    press(Qt::Key_Backtab);
+    chooseInMenu(english("delete"));
+    ASSERT_TRUE(comesTo(english("cancel")));
+    press(Qt::Key_Tab);
+    ASSERT_TRUE(comesTo(english("delete"))) << focus().toStdString();
+    press(Qt::Key_Return);
+    EXPECT_TRUE(eventually([&] { return store.library().conversations.size() == 2; }));
+    EXPECT_TRUE(eventually([&] { return m_window->ofType(u"ConversationRow"_s).size() == 2; }));
+    EXPECT_EQ(store.destination(), u"history"_s);
+}
