@@ -8,6 +8,13 @@ import Quillmere.Presentation
 T.Menu {
     id: menu
 
+    // The toolkit gives the keyboard to the window as a whole, and the user would have to go from its
+    // beginning.
+    onClosed: {
+        if (parent)
+            parent.forceActiveFocus(Qt.PopupFocusReason);
+    }
+
     y: parent ? parent.height + 4 : 0
     width: 240
     implicitHeight: implicitContentHeight + topPadding + bottomPadding

@@ -39,7 +39,6 @@ RowLayout {
             id: sizeMenu
 
             width: 120
-            onClosed: size.forceActiveFocus(Qt.PopupFocusReason)
 
             MenuRow {
                 text: "A−"
@@ -64,7 +63,6 @@ RowLayout {
         MenuPanel {
             id: shareMenu
 
-            onClosed: share.forceActiveFocus(Qt.PopupFocusReason)
 
             MenuRow {
                 text: controls.store.words.text("copyAddress")
