@@ -29,8 +29,6 @@ RowLayout {
     }
 
     ReaderControl {
-        id: size
-
         symbol: "textformat.size"
         help: controls.store.words.text("readingSize")
         onClicked: sizeMenu.open()
@@ -53,8 +51,6 @@ RowLayout {
     }
 
     ReaderControl {
-        id: share
-
         visible: controls.model.shareAddress !== ""
         symbol: "square.and.arrow.up"
         help: controls.store.words.text("shareCase")
@@ -62,7 +58,6 @@ RowLayout {
 
         MenuPanel {
             id: shareMenu
-
 
             MenuRow {
                 text: controls.store.words.text("copyAddress")
