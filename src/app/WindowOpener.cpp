@@ -7,8 +7,9 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 
-WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store)
-    : m_engine(engine), m_store(store) {}
+WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store) : m_engine(engine), m_store(store) {
+    engine.setIncubationController(&m_incubation);
+}
 
 WindowOpener::~WindowOpener() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/Incubation.h"
+
 #include <QObject>
 
 class AppStore;
@@ -26,5 +28,6 @@ private Q_SLOTS:
 private:
     QQmlEngine &m_engine;
     AppStore &m_store;
+    Incubation m_incubation;
     std::unique_ptr<QQmlComponent> m_component;
 };

@@ -14,27 +14,32 @@ bool isSpaced(const QTextBlockFormat &format, qreal extra) {
 
 void LineSpacing::setDocument(QQuickTextDocument *document) {
     m_document = document;
-    connect(document->textDocument(), &QTextDocument::contentsChanged, this, &LineSpacing::apply);
-    apply();
+    auto *text = document->textDocument();
+    text->setLayoutEnabled(false);
+    connect(text, &QTextDocument::contentsChanged, this, &LineSpacing::apply);
 }
 
 void LineSpacing::setExtra(qreal extra) {
     if (m_extra == extra)
         return;
     m_extra = extra;
-    apply();
+    if (m_document && m_document->textDocument()->isLayoutEnabled())
+        apply();
     Q_EMIT extraChanged();
 }
 
 /// A new text comes without the spacing. The change that this makes comes back here, and finds it.
 void LineSpacing::apply() {
-    if (!m_document)
-        return;
-    QTextCursor cursor(m_document->textDocument());
-    if (isSpaced(cursor.blockFormat(), m_extra))
-        return;
-    QTextBlockFormat format;
-    format.setLineHeight(m_extra, QTextBlockFormat::LineDistanceHeight);
-    cursor.select(QTextCursor::Document);
-    cursor.mergeBlockFormat(format);
+    auto *text = m_document->textDocument();
+    QTextCursor cursor(text);
+    if (!isSpaced(cursor.blockFormat(), m_extra)) {
+        QTextBlockFormat format;
+        format.setLineHeight(m_extra, QTextBlockFormat::LineDistanceHeight);
+        // Otherwise the cursor asks for a layout in order to know its place.
+        cursor.beginEditBlock();
+        cursor.select(QTextCursor::Document);
+        cursor.mergeBlockFormat(format);
+        cursor.endEditBlock();
+    }
+    text->setLayoutEnabled(true);
 }

@@ -5,7 +5,8 @@
 #include <QQuickTextDocument>
 #include <QtQmlIntegration>
 
-/// Spreads the lines of a text that can be selected, which has no property for it.
+/// Spreads the lines of a text that can be selected, which has no property for it. The text is not
+/// laid out before that, since it would have to be again.
 class LineSpacing : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -16,6 +17,7 @@ public:
     using QObject::QObject;
 
     QQuickTextDocument *document() const { return m_document; }
+    /// To be set once.
     void setDocument(QQuickTextDocument *document);
 
     /// Added to the distance of two lines, in points; may be negative.

@@ -4,6 +4,7 @@
 #include "platform/Start.h"
 #include "platform/URLError.h"
 #include "presentation/WebURL.h"
+#include "screens/ReaderText.h"
 #include "service/Endpoints.h"
 
 #include <QClipboard>
@@ -113,7 +114,7 @@ void CaseReaderModel::fillLists() {
     QList<ReaderSection> sections;
     for (const auto &section : std::as_const(m_entry->sections)) {
         const int number = static_cast<int>(sections.size()) + 1;
-        sections.append({number, sectionLabel(section.title), section.body});
+        sections.append({number, sectionLabel(section.title), ReaderText::pieces(section.body)});
     }
     m_sections.setItems(sections);
 

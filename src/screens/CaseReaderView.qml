@@ -167,8 +167,9 @@ FocusScope {
                 id: rest
 
                 width: parent.width
-                asynchronous: true
                 // Made piece by piece between two frames, so that a long case never holds the window.
+                asynchronous: true
+                visible: status === Loader.Ready
                 Component.onCompleted: setSource("ReaderBody.qml", {
                     store: reader.store,
                     model: reading,

@@ -15,15 +15,20 @@ ReaderControl {
 
     symbol: "list.bullet"
     text: store.words.text("contents")
-    onClicked: menu.open()
+    onClicked: {
+        rows.active = true;
+        menu.open();
+    }
 
     MenuPanel {
         id: menu
 
         width: 320
-        onClosed: contents.forceActiveFocus(Qt.PopupFocusReason)
 
         Instantiator {
+            id: rows
+
+            active: false
             model: contents.model.sections
 
             delegate: MenuRow {

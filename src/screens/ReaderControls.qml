@@ -29,8 +29,6 @@ RowLayout {
     }
 
     ReaderControl {
-        id: size
-
         symbol: "textformat.size"
         help: controls.store.words.text("readingSize")
         onClicked: sizeMenu.open()
@@ -39,7 +37,6 @@ RowLayout {
             id: sizeMenu
 
             width: 120
-            onClosed: size.forceActiveFocus(Qt.PopupFocusReason)
 
             MenuRow {
                 text: "A−"
@@ -54,8 +51,6 @@ RowLayout {
     }
 
     ReaderControl {
-        id: share
-
         visible: controls.model.shareAddress !== ""
         symbol: "square.and.arrow.up"
         help: controls.store.words.text("shareCase")
@@ -63,8 +58,6 @@ RowLayout {
 
         MenuPanel {
             id: shareMenu
-
-            onClosed: share.forceActiveFocus(Qt.PopupFocusReason)
 
             MenuRow {
                 text: controls.store.words.text("copyAddress")

@@ -12,7 +12,10 @@ Column {
     required property TextSelection selection
     required property int number
     required property string label
-    required property string body
+    required property list<string> body
+
+    readonly property font face: Fonts.face.reading(store.readingSize)
+    readonly property real pitch: Fonts.face.lineHeight(face, 7)
 
     spacing: 14
 
@@ -50,11 +53,23 @@ Column {
         }
     }
 
-    SelectableText {
+    Column {
         width: parent.width
-        selection: section.selection
-        text: section.body
-        font: Fonts.face.reading(section.store.readingSize)
-        leading: 7
+        // A blank line.
+        spacing: section.pitch
+
+        Repeater {
+            model: section.body
+
+            delegate: SelectableText {
+                required property string modelData
+
+                width: section.width
+                selection: section.selection
+                text: modelData
+                font: section.face
+                leading: 7
+            }
+        }
     }
 }

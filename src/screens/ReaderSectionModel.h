@@ -8,7 +8,8 @@ struct ReaderSection {
     int number = 0;
     /// The heading in the language of the interface, where it has one there.
     QString label;
-    QString body;
+    /// The text, in pieces with a blank line between them.
+    QStringList body;
 
     bool operator==(const ReaderSection &) const = default;
 };

@@ -1,4 +1,5 @@
 #include "screens/CaseReaderModel.h"
+#include "screens/ReaderText.h"
 
 #include "copy/Copy.h"
 #include "records/ArchiveStyle.h"
@@ -342,5 +343,26 @@ TEST_F(CaseReaderModelTest, TheTextSizeStaysWithinItsLimitsAndIsKept) {
             m_store.setReadingSize(m_store.readingSize() + step);
         EXPECT_EQ(m_store.readingSize(), last);
         EXPECT_EQ(m_system.preferences.value(u"readingSize"_s), QString::number(last));
+    }
+}
+
+TEST(ReaderTextTest, CutsLongTextAtBlankLinesAndLosesNothing) {
+    const auto paragraph = u"A sentence of a paragraph. "_s.repeated(30);
+    const auto blankLine = u"\n\n"_s;
+    QString text = paragraph;
+    for (int more = 0; more < 20; ++more)
+        text += blankLine + paragraph + u"\n"_s + paragraph;
+
+    const std::pair<QString, qsizetype> cases[] = {
+        {QString(), 1},
+        {paragraph + blankLine + paragraph, 1},
+        {paragraph.repeated(20), 1},
+        {text, 11},
+        {text + blankLine, 11},
+    };
+    for (const auto &[whole, count] : cases) {
+        const auto pieces = ReaderText::pieces(whole);
+        EXPECT_EQ(pieces.join(blankLine), whole);
+        EXPECT_EQ(pieces.size(), count);
     }
 }
