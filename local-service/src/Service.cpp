@@ -1,9 +1,11 @@
 #include "Service.h"
 
 #include "AccountRoutes.h"
+#include "Answerer.h"
 #include "CaseImport.h"
 #include "CaseStore.h"
 #include "CatalogueRoutes.h"
+#include "ChatRoutes.h"
 #include "Database.h"
 #include "RegisterRoutes.h"
 #include "RequestGuard.h"
@@ -89,6 +91,8 @@ void Service::start() {
     Schema::migrate(*m_database);
     openCollection();
     openAccounts();
+    openQuestions();
+    m_options.dataSet.clear();
 
     m_listening = std::async(std::launch::async, [this] { return m_server.listen_after_bind(); });
     using namespace std::chrono_literals;
@@ -110,7 +114,6 @@ void Service::bindPort() {
 
 void Service::openCollection() {
     CaseImport::run(*m_database, m_options.dataSet);
-    m_options.dataSet.clear();
     m_cases = std::make_unique<CaseStore>(*m_database);
     CatalogueRoutes::add(m_router, *m_cases,
                          QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port));
@@ -120,6 +123,14 @@ void Service::openAccounts() {
     m_signIn = std::make_unique<SignIn>(*m_database, m_options.clock);
     AccountRoutes::add(m_router, *m_database, *m_signIn, m_options.clock);
     RegisterRoutes::add(m_router, *m_signIn);
+}
+
+void Service::openQuestions() {
+    QList<CaseData::File> files;
+    for (const QByteArray &text : std::as_const(m_options.dataSet))
+        files.append(CaseData::decode(text));
+    m_answerer = std::make_unique<Answerer>(files);
+    ChatRoutes::add(m_router, *m_answerer, *m_database, m_options.clock, m_options.pause);
 }
 
 void Service::stop() {

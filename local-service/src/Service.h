@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Clock.h"
+#include "Pause.h"
 #include "Router.h"
 
 #include <QByteArray>
@@ -10,7 +11,9 @@
 
 #include <future>
 #include <memory>
+#include <thread>
 
+class Answerer;
 class CaseStore;
 class Database;
 class SignIn;
@@ -22,6 +25,8 @@ struct ServiceOptions {
     /// The texts of the archives' data files.
     QList<QByteArray> dataSet;
     Clock clock = QDateTime::currentMSecsSinceEpoch;
+    /// Between the pieces of an answer.
+    Pause pause = [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); };
 };
 
 /// The service: database, routes and the HTTP server on 127.0.0.1. It may be started once.
@@ -48,6 +53,7 @@ private:
     void bindPort();
     void openCollection();
     void openAccounts();
+    void openQuestions();
     httplib::Server::HandlerResponse receive(const httplib::Request &request,
                                              httplib::Response &response) const;
     void answer(const httplib::Request &request, httplib::Response &response) const;
@@ -58,6 +64,7 @@ private:
     std::unique_ptr<Database> m_database;
     std::unique_ptr<CaseStore> m_cases;
     std::unique_ptr<SignIn> m_signIn;
+    std::unique_ptr<Answerer> m_answerer;
     httplib::Server m_server;
     socket_t m_listener = -1;
     std::future<bool> m_listening;
