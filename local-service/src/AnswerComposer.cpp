@@ -13,10 +13,13 @@ namespace {
 using Kind = Inquiry::Kind;
 using Retrieval::Finding;
 
-/// What the passages may fill, so that a closing line still has room.
-constexpr int roomForPassages = 240;
+/// What opening and passages may fill together: several cases leave room for a closing line, and
+/// one case alone or a loose relation is soon read enough of.
+constexpr int roomForSeveral = 250;
+constexpr int roomForOne = 200;
+constexpr int roomForLoose = 150;
 /// The share of a question that a subject must cover to be named as the reason for citing.
-constexpr double namedSubjectShare = 0.3;
+constexpr double namedSubjectShare = 0.25;
 constexpr qsizetype namedWords = 2;
 
 int wordCount(const QString &text) {
@@ -33,19 +36,20 @@ QString literal(QString text) {
 /// What an answer says of one case.
 class Passage final {
 public:
-    Passage(const IndexedCase &item, QList<qsizetype> wanted, QString lessonLabel)
-        : m_item(item), m_wanted(std::move(wanted)), m_lessonLabel(std::move(lessonLabel)) {}
+    Passage(const IndexedCase &item, SentenceChoice::Wishes wishes, QString lessonLabel)
+        : m_item(item), m_wishes(std::move(wishes)), m_lessonLabel(std::move(lessonLabel)) {}
 
-    /// Takes the most wanted sentence that fits into so many words; gives the number of words
-    /// taken, 0 when none fits.
+    /// Takes the next sentence, if so many words leave room for it. Gives the number of words
+    /// taken, 0 when there is nothing more to take.
     int takeNext(int room) {
-        for (const qsizetype position : std::as_const(m_wanted)) {
-            const auto &sentence = m_item.sentences[position];
-            const int words = sentence.wordCount + (opensLesson(position) ? labelWords() : 0);
-            if (m_taken.contains(position) || words > room || !isUnderstood(position))
-                continue;
-            m_taken.insert(std::upper_bound(m_taken.begin(), m_taken.end(), position), position);
-            return words;
+        for (const qsizetype position : std::as_const(m_wishes.core)) {
+            if (isOpen(position) && cost(position) <= room)
+                return take(position);
+        }
+        for (const qsizetype position : std::as_const(m_wishes.more)) {
+            // Nothing that happens to fit is taken in place of what should come here.
+            if (isOpen(position))
+                return cost(position) <= room ? take(position) : 0;
         }
         return 0;
     }
@@ -55,17 +59,19 @@ public:
     }
 
     QString text() const {
-        QStringList facts;
-        QStringList lessons;
-        for (const qsizetype position : m_taken)
-            (isSetApart(position) ? lessons : facts)
-                .append(literal(m_item.sentences[position].text));
+        // A line for the summary, for each section and for the lesson.
         QStringList lines = {heading()};
-        if (!facts.isEmpty())
-            lines.append(facts.join(QLatin1Char(' ')));
-        if (!lessons.isEmpty())
-            lines.append(
-                QStringLiteral("%1 *%2*").arg(m_lessonLabel, lessons.join(QLatin1Char(' '))));
+        std::optional<qsizetype> section;
+        for (const qsizetype position : m_taken) {
+            const auto &sentence = m_item.sentences[position];
+            if (section == sentence.section)
+                lines.last() += QLatin1Char(' ') + literal(sentence.text);
+            else
+                lines.append(literal(sentence.text));
+            section = sentence.section;
+        }
+        if (!m_taken.isEmpty() && isSetApart(m_taken.last()))
+            lines.last() = QStringLiteral("%1 *%2*").arg(m_lessonLabel, lines.last());
         return lines.join(QLatin1Char('\n'));
     }
 
@@ -81,13 +87,22 @@ private:
                             [&](qsizetype taken) { return isSetApart(taken); });
     }
     int labelWords() const { return wordCount(m_lessonLabel); }
-    /// A sentence that points back needs the one before it.
-    bool isUnderstood(qsizetype position) const {
-        return m_item.sentences[position].standsAlone || m_taken.contains(position - 1);
+    int cost(qsizetype position) const {
+        return m_item.sentences[position].wordCount + (opensLesson(position) ? labelWords() : 0);
+    }
+    /// Whether it could be taken. A sentence that points back needs the one before it.
+    bool isOpen(qsizetype position) const {
+        return !m_taken.contains(position) &&
+               (m_item.sentences[position].standsAlone || m_taken.contains(position - 1));
+    }
+    int take(qsizetype position) {
+        const int words = cost(position);
+        m_taken.insert(std::upper_bound(m_taken.begin(), m_taken.end(), position), position);
+        return words;
     }
 
     const IndexedCase &m_item;
-    QList<qsizetype> m_wanted;
+    SentenceChoice::Wishes m_wishes;
     QString m_lessonLabel;
     QList<qsizetype> m_taken;
 };
@@ -172,13 +187,19 @@ private:
             .replace(QStringLiteral("{to}"), QString::number(to));
     }
 
+    int roomForAll() const {
+        if (isLoose())
+            return roomForLoose;
+        return m_found.findings.size() == 1 ? roomForOne : roomForSeveral;
+    }
+
     QStringList passages(int openingWords) const {
         const auto label = m_inquiry.kind == Kind::Lessons ? QString() : text("lesson");
         std::vector<Passage> passages;
-        int room = roomForPassages - openingWords;
+        int room = roomForAll() - openingWords;
         for (const Finding &finding : m_found.findings) {
             const auto &item = *finding.item;
-            passages.emplace_back(item, SentenceChoice::wanted(item, m_inquiry, m_found.match),
+            passages.emplace_back(item, SentenceChoice::wishes(item, m_inquiry, m_found.match),
                                   label);
             room -= wordCount(passages.back().heading());
         }

@@ -17,7 +17,8 @@ const QSet<QString> &commonWords() {
         const auto list = QStringLiteral(
             "a about above after again against ago all almost along already also although always "
             "am "
-            "among an and another any anybody anyone anything are aren around as ask at away be "
+            "among an and another any anybody anyone anything are aren around as ask at away back "
+            "be "
             "became because become been before being below between both but by came can cannot "
             "case "
             "cases come common could couldn d did didn do does doesn doing don done down during "
@@ -42,7 +43,7 @@ const QSet<QString> &commonWords() {
             "this those though three through thus to together told too took toward turn two under "
             "until up upon us use used usually ve very want was way ways we well went were what "
             "whatever when whenever where whether which while who whom whose why will with within "
-            "without won would wouldn yes yet you your yours");
+            "without would wouldn yes yet you your yours");
         const auto split = list.split(QLatin1Char(' '));
         return QSet<QString>(split.begin(), split.end());
     }();
@@ -82,12 +83,13 @@ const QHash<QString, QStringList> &kinOfRoots() {
             "partner partnership cofounder",
             "rival competitor competition incumbent",
             "money capital fund",
-            "saving cheap economy",
+            "saving cheap cheaper economy",
             "price cost",
             "bank currency",
             "inflation hyperinflation",
             "government ministry state",
             "institution organization",
+            "organization company",
             "rule principle",
             "mistake error blunder",
             "disaster catastrophe accident",
@@ -114,6 +116,8 @@ const QHash<QString, QStringList> &kinOfRoots() {
             "sacrifice traded",
             "secret recipe",
             "start begin launch",
+            "capable able expert competent",
+            "talk convince persuade deceive",
             "big large great",
             "nature environment",
             "flood storm",

@@ -13,9 +13,10 @@ using Retrieval::Finding;
 
 /// From here on a case answers the question, and below it is only somewhere near.
 constexpr double strongScore = 0.27;
-constexpr double weakestScore = 0.2;
-/// How far behind the best one a case may stay.
+constexpr double weakestScore = 0.22;
+/// How far behind the best one a case may stay that does not fit well by itself.
 constexpr double worstShareOfBest = 0.45;
+constexpr double goodScore = 0.3;
 constexpr qsizetype greatestWeakCount = 2;
 /// The share of its weight that each earlier question keeps.
 constexpr double fading = 0.25;
@@ -90,8 +91,9 @@ QList<Finding> ranked(const CaseIndex &index, const Inquiry &inquiry, const Ques
 QList<Finding> selected(const QList<Finding> &ranked) {
     QList<Finding> findings;
     for (const Finding &finding : ranked) {
-        const bool wanted = finding.score >= weakestScore &&
-                            finding.score >= worstShareOfBest * ranked.first().score;
+        const bool wanted =
+            finding.score >= weakestScore &&
+            finding.score >= std::min(goodScore, worstShareOfBest * ranked.first().score);
         const auto limit = finding.strong ? Retrieval::greatestCount : greatestWeakCount;
         if (wanted && findings.size() < limit)
             findings.append(finding);

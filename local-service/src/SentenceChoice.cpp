@@ -7,9 +7,16 @@
 namespace {
 
 using Kind = Inquiry::Kind;
+using SentenceChoice::Wishes;
 
 constexpr int longSentence = 38;
 constexpr int shortSentence = 7;
+/// What is shorter leans on the sentence next to it.
+constexpr int leaningSentence = 10;
+/// So many sentences of one section are read in one go.
+constexpr qsizetype longestRun = 4;
+/// From this share on, the subject tells where to look, also if somebody asks why.
+constexpr double tellingSubject = 0.6;
 
 /// The section that tells why things went as they did, in each archive's own order of sections.
 qsizetype causesSection(const IndexedCase &item) {
@@ -50,18 +57,23 @@ public:
           m_form(formOf(inquiry.question)),
           m_causes(causesSection(item)) {
         for (qsizetype section = 0; section < item.written.sections.size(); ++section) {
-            const double bySubject = match.subjectShare(item, section);
+            m_bySubject.append(match.subjectShare(item, section));
             // Of a case that is at hand one may ask for a section by its title.
-            const double byTitle =
-                inquiry.evidence.isEmpty() ? 0 : titleShare(item.written.sections[section].title);
-            m_sectionShares.append(std::max(bySubject, byTitle));
+            m_byTitle.append(
+                inquiry.evidence.isEmpty() ? 0 : titleShare(item.written.sections[section].title));
+        }
+        if (const auto *subject = match.bestSubject(item)) {
+            m_subject.emplace(match.index(), subject->text, QuestionMatch::Words::All);
+            m_subjectSection = subject->section;
+            m_subjectShare = match.share(subject->roots);
         }
     }
 
-    /// The sentences of the lesson or of all that stands before it, the most fitting first.
+    /// The sentences of the lesson or of all that stands before it, the most fitting first, but for
+    /// the very first one.
     QList<qsizetype> sentences(bool ofLesson) const {
         QList<qsizetype> positions;
-        for (qsizetype position = 0; position < m_item.sentences.size(); ++position) {
+        for (qsizetype position = 1; position < m_item.sentences.size(); ++position) {
             if ((m_item.sentences[position].section == m_item.lessonSection()) == ofLesson)
                 positions.append(position);
         }
@@ -87,22 +99,49 @@ private:
                m_item.sentences[position - 1].section != m_item.sentences[position].section;
     }
 
+    /// How far the sentence speaks of what is asked, in the asker's words or in those of the
+    /// subject under which the case was found.
+    double fit(const IndexedCase::Sentence &sentence) const {
+        const double own = m_match.share(sentence.roots);
+        const bool bySubject = m_subject && sentence.section == m_subjectSection;
+        return bySubject ? own + 0.4 * m_subject->share(sentence.roots) : own;
+    }
+
+    double lessonScore(qsizetype position, double fit) const {
+        // A lesson begins with what it comes to, unless the question has led to the lesson itself.
+        const bool isAsked = m_subject && m_subjectSection == m_item.lessonSection();
+        return opensSection(position) ? fit + (isAsked ? 0.2 : 0.45) : fit;
+    }
+
+    /// A word alone may be there by chance, and a subject alone does not tell which sentence of its
+    /// section is meant: each counts for more where the other is.
+    double factScore(qsizetype position, double fit) const {
+        const auto section = m_item.sentences[position].section;
+        if (section == IndexedCase::summary)
+            return fit + 0.5;
+        const double subject = m_bySubject[section];
+        double score = fit * (0.6 + 0.4 * std::min(1.0, 2 * subject)) +
+                       std::min(0.8 * subject, 0.35 + fit) + 0.8 * m_byTitle[section];
+        if (opensSection(position))
+            score += 0.12;
+        if (m_form.asksWhy && section == m_causes && m_subjectShare <= tellingSubject)
+            score += 0.3;
+        if (m_form.asksHowLong && hasDigit(m_item.sentences[position].text))
+            score += 0.12;
+        return score;
+    }
+
     double score(qsizetype position) const {
         const auto &sentence = m_item.sentences[position];
-        double score = m_match.share(sentence.roots);
-        if (sentence.section != IndexedCase::summary)
-            score += 0.5 * m_sectionShares[sentence.section];
-        if (opensSection(position))
-            score += sentence.section == m_item.lessonSection() ? 0.25 : 0.06;
-        if (m_form.asksWhy && sentence.section == m_causes)
-            score += 0.1;
-        if (m_form.asksHowLong && hasDigit(sentence.text))
-            score += 0.12;
-        if (!sentence.standsAlone)
+        const double fitting = fit(sentence);
+        double score = sentence.section == m_item.lessonSection() ? lessonScore(position, fitting)
+                                                                  : factScore(position, fitting);
+        if (!sentence.standsAlone && sentence.section != IndexedCase::summary)
             score -= 0.3;
         if (sentence.namesStranger)
-            score -= 0.15;
-        if (sentence.wordCount > longSentence || sentence.wordCount < shortSentence)
+            score -= 0.1;
+        if (sentence.wordCount > longSentence ||
+            (sentence.wordCount < shortSentence && !opensSection(position)))
             score -= 0.25;
         return score;
     }
@@ -111,7 +150,13 @@ private:
     const QuestionMatch &m_match;
     Form m_form;
     qsizetype m_causes;
-    QList<double> m_sectionShares;
+    /// How far the subjects and the title of each section are what is asked for.
+    QList<double> m_bySubject;
+    QList<double> m_byTitle;
+    /// The subject under which the case was found says in other words what is asked.
+    std::optional<QuestionMatch> m_subject;
+    qsizetype m_subjectSection = 0;
+    double m_subjectShare = 0;
 };
 
 QList<qsizetype> section(const IndexedCase &item, qsizetype wanted) {
@@ -133,38 +178,69 @@ QList<qsizetype> acrossSections(const IndexedCase &item, qsizetype place) {
     return positions;
 }
 
-/// The fact that bears on the question, the lesson, and what makes both understood.
-QList<qsizetype> forQuestion(const IndexedCase &item, const Inquiry &inquiry,
-                             const QuestionMatch &match) {
+/// The sentence and those that follow it in its section, since they were written to be read one
+/// after the other.
+QList<qsizetype> runFrom(const IndexedCase &item, qsizetype begin) {
+    QList<qsizetype> positions;
+    for (qsizetype position = begin;
+         position < item.sentences.size() &&
+         item.sentences[position].section == item.sentences[begin].section;
+         ++position)
+        positions.append(position);
+    return positions;
+}
+
+/// The sentence with what it leans on: the short one before it or, if it is short itself, the one
+/// behind it.
+QList<qsizetype> withNeighbors(const IndexedCase &item, qsizetype position) {
+    const auto &sentences = item.sentences;
+    const auto isNear = [&](qsizetype other) {
+        return other > 0 && other < sentences.size() &&
+               sentences[other].section == sentences[position].section;
+    };
+    QList<qsizetype> positions = {position};
+    if (isNear(position - 1) && sentences[position - 1].wordCount < leaningSentence &&
+        sentences[position - 1].standsAlone)
+        positions.prepend(position - 1);
+    if (isNear(position + 1) && sentences[position].wordCount < leaningSentence)
+        positions.append(position + 1);
+    return positions;
+}
+
+/// What bears on the question, the lesson, and the beginning of the summary, which says what it is
+/// all about.
+Wishes forQuestion(const IndexedCase &item, const Inquiry &inquiry, const QuestionMatch &match) {
     const Ranking ranking(item, inquiry, match);
-    auto facts = ranking.sentences(false);
-    auto lessons = ranking.sentences(true);
-    QList<qsizetype> wanted;
-    if (!facts.isEmpty())
-        wanted.append(facts.takeFirst());
-    if (!lessons.isEmpty())
-        wanted.append(lessons.takeFirst());
-    wanted.append(0);
-    return wanted + facts;
+    QList<qsizetype> facts;
+    const auto ranked = ranking.sentences(false);
+    for (const qsizetype position : ranked) {
+        if (facts.contains(position))
+            continue;
+        const auto run = runFrom(item, position);
+        facts += run.first(std::min(run.size(), longestRun));
+    }
+    auto core = facts.isEmpty() ? facts : withNeighbors(item, facts.first());
+    const auto lessons = ranking.sentences(true);
+    core += lessons.first(std::min<qsizetype>(1, lessons.size())) + QList<qsizetype>{0};
+    return {core, facts};
 }
 
 } // namespace
 
-QList<qsizetype> SentenceChoice::wanted(const IndexedCase &item, const Inquiry &inquiry,
-                                        const QuestionMatch &match) {
+Wishes SentenceChoice::wishes(const IndexedCase &item, const Inquiry &inquiry,
+                              const QuestionMatch &match) {
     const auto lesson = section(item, item.lessonSection());
     const auto summary = section(item, IndexedCase::summary);
+    const auto shortForm = summary + lesson.first(std::min<qsizetype>(1, lesson.size()));
     switch (inquiry.kind) {
     case Kind::Reasons:
-        return section(item, causesSection(item)) + summary;
+        return {{}, section(item, causesSection(item)) + summary};
     case Kind::Lessons:
-        return lesson + summary;
+        return {{}, lesson + summary};
     case Kind::Summary:
-        return summary + lesson.first(std::min<qsizetype>(1, lesson.size())) +
-               acrossSections(item, 0);
+        return {shortForm, acrossSections(item, 0)};
     case Kind::Explain:
-        return summary + lesson.first(std::min<qsizetype>(1, lesson.size())) +
-               acrossSections(item, 0) + acrossSections(item, 1) + acrossSections(item, 2);
+        return {shortForm, acrossSections(item, 0) + acrossSections(item, 1)};
     case Kind::Question:
         break;
     }

@@ -6,9 +6,14 @@
 /// Which sentences of a case an answer wants.
 namespace SentenceChoice {
 
-/// Positions in the case's list of sentences, the most wanted first. An answer takes as many as it
-/// has room for.
-QList<qsizetype> wanted(const IndexedCase &item, const Inquiry &inquiry,
-                        const QuestionMatch &match);
+/// Positions in a case's list of sentences, the most wanted first.
+struct Wishes {
+    /// What the answer cannot well do without.
+    QList<qsizetype> core;
+    /// What may follow, one after the other, for as long as there is room.
+    QList<qsizetype> more;
+};
+
+Wishes wishes(const IndexedCase &item, const Inquiry &inquiry, const QuestionMatch &match);
 
 } // namespace SentenceChoice
