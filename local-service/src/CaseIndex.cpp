@@ -157,6 +157,7 @@ IndexedCase CaseIndex::index(const QString &archive, const CaseData::WrittenCase
     weigh(item, written.category, textWeight);
     weigh(item, written.summary, summaryWeight);
     weigh(item, written.tradeOut.value_or(QString()), summaryWeight);
+    item.titleRoots = addAll(written.title);
     addSentences(item, written.summary, IndexedCase::summary);
     for (qsizetype position = 0; position < written.sections.size(); ++position) {
         const auto &section = written.sections[position];

@@ -38,6 +38,7 @@ struct IndexedCase {
 
     QString archive;
     CaseData::WrittenCase written;
+    QList<RootNumber> titleRoots;
     /// Summary first, then the sections in their order.
     QList<Sentence> sentences;
     QList<Subject> subjects;

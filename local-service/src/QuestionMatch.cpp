@@ -68,7 +68,7 @@ double QuestionMatch::score(const IndexedCase &item) const {
         if (own > 0 || byKin > 0)
             coverage += term.rarity * (own >= byKin ? 1 : kinShare);
     }
-    double best = 0;
+    double best = share(item.titleRoots);
     for (const auto &subject : item.subjects)
         best = std::max(best, share(subject.roots));
     for (const auto &sentence : item.sentences)

@@ -21,8 +21,6 @@ constexpr qsizetype greatestWeakCount = 2;
 /// The share of its weight that each earlier question keeps.
 constexpr double fading = 0.25;
 constexpr double evidenceAdvantage = 1.2;
-/// A question that finds less than this elsewhere and points back is about the cases at hand.
-constexpr double ownSubjectScore = 0.5;
 
 QuestionMatch::Words wordsOf(const Inquiry &inquiry) {
     return inquiry.language == AppLanguage::en || QuestionWords::looksEnglish(inquiry.question)
@@ -38,8 +36,11 @@ bool pointsBack(const QString &question) {
         QStringLiteral("their"), QStringLiteral("this"),  QStringLiteral("that"),
         QStringLiteral("these"), QStringLiteral("those"), QStringLiteral("there"),
         QStringLiteral("case"),  QStringLiteral("cases"), QStringLiteral("then")};
+    static const QSet<QString> connectives = {QStringLiteral("and"), QStringLiteral("but"),
+                                              QStringLiteral("so")};
     const auto words = SearchText::words(question);
-    return std::any_of(words.begin(), words.end(),
+    return connectives.contains(words.value(0)) ||
+           std::any_of(words.begin(), words.end(),
                        [](const QString &word) { return pointers.contains(word); });
 }
 
@@ -52,7 +53,7 @@ QList<Finding> evidenceOf(const CaseIndex &index, const Inquiry &inquiry,
             std::none_of(findings.begin(), findings.end(),
                          [&](const Finding &finding) { return finding.item == item; });
         if (item && isNew)
-            findings.append({item, match.score(*item), true, true});
+            findings.append({item, match.score(*item), true});
     }
     return findings;
 }
@@ -72,15 +73,18 @@ QList<Finding> ranked(const CaseIndex &index, const Inquiry &inquiry, const Ques
             continue;
         double score = match.score(item);
         if (score > 0) {
+            double context = 0;
             for (const auto &[before, share] : earlier)
-                score += share * before.score(item);
+                context += share * before.score(item);
+            // The talk so far tells between cases that fit, and never makes one fit.
+            score += std::min(score, context);
         }
         const bool isEvidence =
             std::any_of(evidence.begin(), evidence.end(),
                         [&](const Finding &finding) { return finding.item == &item; });
         if (isEvidence)
             score *= evidenceAdvantage;
-        findings.append({&item, score, score >= strongScore, isEvidence});
+        findings.append({&item, score, score >= strongScore});
     }
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding &a, const Finding &b) { return a.score > b.score; });
@@ -109,8 +113,10 @@ Retrieval::Result Retrieval::find(const CaseIndex &index, const Inquiry &inquiry
     const auto all = ranked(index, inquiry, match, evidence);
     const double best = all.isEmpty() ? 0 : all.first().score;
 
-    const bool leansOnEvidence = match.isEmpty() || best < weakestScore ||
-                                 (pointsBack(inquiry.question) && best < ownSubjectScore);
+    const bool evidenceSpeaks = std::any_of(
+        evidence.begin(), evidence.end(), [](const Finding &finding) { return finding.score > 0; });
+    const bool leansOnEvidence =
+        match.isEmpty() || best < weakestScore || (evidenceSpeaks && pointsBack(inquiry.question));
     if (!evidence.isEmpty() &&
         (inquiry.kind != Inquiry::Kind::Question || inquiry.aboutEvidence || leansOnEvidence))
         return {evidence.first(std::min(evidence.size(), greatestCount)), match, true};

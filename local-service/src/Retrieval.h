@@ -11,8 +11,6 @@ struct Finding {
     /// How well it fits the question, from 0 to about 1.
     double score = 0;
     bool strong = true;
-    /// Whether it was at hand before the question.
-    bool isEvidence = false;
 };
 
 struct Result {

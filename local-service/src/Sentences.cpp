@@ -72,11 +72,12 @@ bool Sentences::standsAlone(const QString &sentence) {
         return true;
     if (prepositions().contains(words[0]) && pointers().contains(words[1]))
         return false;
-    // "The second", "the same", "the two": of what was told before.
-    static const QSet<QString> ordinals = {
-        QStringLiteral("second"), QStringLiteral("third"),  QStringLiteral("same"),
-        QStringLiteral("two"),    QStringLiteral("other"),  QStringLiteral("others"),
-        QStringLiteral("latter"), QStringLiteral("result"), QStringLiteral("answer")};
+    // "The second", "the same", "the pattern": of what was told before.
+    static const QSet<QString> ordinals = {QStringLiteral("second"), QStringLiteral("third"),
+                                           QStringLiteral("same"),   QStringLiteral("two"),
+                                           QStringLiteral("other"),  QStringLiteral("others"),
+                                           QStringLiteral("latter"), QStringLiteral("result"),
+                                           QStringLiteral("answer"), QStringLiteral("pattern")};
     return !((words[0] == QLatin1String("the") || words[0] == QLatin1String("a")) &&
              ordinals.contains(words[1]));
 }
