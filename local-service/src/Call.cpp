@@ -56,6 +56,13 @@ void Call::replyForm(int status, const QByteArray &html, const QByteArray &style
     sendPage(status, html, style, targets);
 }
 
+void Call::redirect(const QByteArray &address) {
+    m_response.set_header("Location", address.toStdString());
+    m_response.set_header("Referrer-Policy", "no-referrer");
+    m_response.set_header("Cache-Control", "no-store");
+    Reply::send(m_response, 303, "text/plain", "This page leads elsewhere.\n");
+}
+
 void Call::sendPage(int status, const QByteArray &html, const QByteArray &style,
                     const QByteArray &formTargets) {
     const auto styleHash = QCryptographicHash::hash(style, QCryptographicHash::Sha256).toBase64();

@@ -51,6 +51,9 @@ public:
     void replyForm(int status, const QByteArray &html, const QByteArray &style,
                    const QByteArray &targets = "'self'");
 
+    /// Sends the browser on to an address, by a GET.
+    void redirect(const QByteArray &address);
+
     const httplib::Request &request() const { return m_request; }
     httplib::Response &response() { return m_response; }
 

@@ -82,5 +82,5 @@ PageWords chinese() {
 const PageWords &PageWords::of(const QString &code) {
     static const PageWords inEnglish = english();
     static const PageWords inChinese = chinese();
-    return code == QLatin1String("zh") ? inChinese : inEnglish;
+    return code.startsWith(QLatin1String("zh")) ? inChinese : inEnglish;
 }

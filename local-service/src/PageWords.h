@@ -29,6 +29,6 @@ struct PageWords {
     /// From the code of a RequestError that a form can meet to a sentence.
     QHash<QString, QString> problems;
 
-    /// "zh" stands for Chinese; everything else, also nothing, for English.
+    /// A code that begins with "zh" stands for Chinese; everything else, also nothing, for English.
     static const PageWords &of(const QString &code);
 };

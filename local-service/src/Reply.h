@@ -18,6 +18,7 @@ enum class Connection {
     Close,
 };
 
+/// `body` is never empty: the library would leave out its length, and the client wait for an end.
 void send(httplib::Response &response, int status, const char *contentType, const QByteArray &body,
           Connection connection = Connection::Keep);
 

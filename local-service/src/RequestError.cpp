@@ -12,6 +12,10 @@ RequestError RequestError::notFound() {
     return {404, QStringLiteral("not_found"), QStringLiteral("There is nothing at this address.")};
 }
 
+RequestError RequestError::noSuchCase() {
+    return {404, QStringLiteral("case_not_found"), QStringLiteral("There is no such case.")};
+}
+
 RequestError RequestError::methodNotAllowed(QByteArray allowed) {
     RequestError error(405, QStringLiteral("method_not_allowed"),
                        QStringLiteral("This address does not take requests of that kind."));

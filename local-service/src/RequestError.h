@@ -15,6 +15,7 @@ public:
     /// A parameter that cannot be understood; `rule` completes the sentence "... must be".
     static RequestError badParameter(const QString &name, const QString &rule);
     static RequestError notFound();
+    static RequestError noSuchCase();
     /// `allowed` goes into the header of that name.
     static RequestError methodNotAllowed(QByteArray allowed);
     static RequestError tooManyAttempts(std::chrono::milliseconds wait);

@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 /// Whether the stop at the end of this beginning of a text only shortens a name, as in "St. Louis"
@@ -25,6 +27,18 @@ const QSet<QString> &pointers() {
                 .split(QLatin1Char(' '));
         return QSet<QString>(list.begin(), list.end());
     }();
+    return words;
+}
+
+/// How far into a sentence a word for somebody named before still tells that it leans on another.
+constexpr qsizetype wordsOfABeginning = 5;
+
+const QSet<QString> &pronouns() {
+    static const QSet<QString> words = {QStringLiteral("he"),   QStringLiteral("she"),
+                                        QStringLiteral("it"),   QStringLiteral("they"),
+                                        QStringLiteral("him"),  QStringLiteral("her"),
+                                        QStringLiteral("them"), QStringLiteral("his"),
+                                        QStringLiteral("its"),  QStringLiteral("their")};
     return words;
 }
 
@@ -70,7 +84,11 @@ bool Sentences::standsAlone(const QString &sentence) {
         return false;
     if (words.size() < 2)
         return true;
-    if (prepositions().contains(words[0]) && pointers().contains(words[1]))
+    // "In those years", "In 1984 he".
+    if (prepositions().contains(words[0]) &&
+        (pointers().contains(words[1]) ||
+         std::any_of(words.begin(), words.begin() + std::min(words.size(), wordsOfABeginning),
+                     [](const QString &word) { return pronouns().contains(word); })))
         return false;
     // "The second", "the same", "the pattern": of what was told before.
     static const QSet<QString> ordinals = {QStringLiteral("second"), QStringLiteral("third"),

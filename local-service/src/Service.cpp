@@ -2,16 +2,20 @@
 
 #include "AccountRoutes.h"
 #include "Answerer.h"
+#include "BrowserRoutes.h"
 #include "CaseImport.h"
 #include "CaseStore.h"
 #include "CatalogueRoutes.h"
 #include "ChatRoutes.h"
 #include "Database.h"
+#include "LibraryRoutes.h"
 #include "RegisterRoutes.h"
 #include "RequestGuard.h"
 #include "RequestLog.h"
 #include "Schema.h"
 #include "SignIn.h"
+#include "SignInCodes.h"
+#include "WallRoutes.h"
 
 #include <chrono>
 #include <cstdio>
@@ -115,14 +119,21 @@ void Service::bindPort() {
 void Service::openCollection() {
     CaseImport::run(*m_database, m_options.dataSet);
     m_cases = std::make_unique<CaseStore>(*m_database);
-    CatalogueRoutes::add(m_router, *m_cases,
-                         QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port));
+    CatalogueRoutes::add(m_router, *m_cases, origin());
+}
+
+QString Service::origin() const {
+    return QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port);
 }
 
 void Service::openAccounts() {
     m_signIn = std::make_unique<SignIn>(*m_database, m_options.clock);
+    m_signInCodes = std::make_unique<SignInCodes>();
     AccountRoutes::add(m_router, *m_database, *m_signIn, m_options.clock);
     RegisterRoutes::add(m_router, *m_signIn);
+    BrowserRoutes::add(m_router, *m_signIn, *m_signInCodes, m_options.clock);
+    LibraryRoutes::add(m_router, *m_database);
+    WallRoutes::add(m_router, *m_database, *m_cases, origin(), m_options.clock);
 }
 
 void Service::openQuestions() {

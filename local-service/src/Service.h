@@ -17,6 +17,7 @@ class Answerer;
 class CaseStore;
 class Database;
 class SignIn;
+class SignInCodes;
 
 struct ServiceOptions {
     QString dataDirectory;
@@ -54,6 +55,8 @@ private:
     void openCollection();
     void openAccounts();
     void openQuestions();
+    /// The service's own address, from the binding of the port on.
+    QString origin() const;
     httplib::Server::HandlerResponse receive(const httplib::Request &request,
                                              httplib::Response &response) const;
     void answer(const httplib::Request &request, httplib::Response &response) const;
@@ -65,6 +68,7 @@ private:
     std::unique_ptr<CaseStore> m_cases;
     std::unique_ptr<SignIn> m_signIn;
     std::unique_ptr<Answerer> m_answerer;
+    std::unique_ptr<SignInCodes> m_signInCodes;
     httplib::Server m_server;
     socket_t m_listener = -1;
     std::future<bool> m_listening;

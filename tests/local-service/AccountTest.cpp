@@ -3,6 +3,8 @@
 #include "QuestionQuota.h"
 #include "RunningService.h"
 
+#include "records/Library.h"
+
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
@@ -146,19 +148,25 @@ TEST(Account, TakesEverythingWithIt) {
     const auto ada = running.join("Ada");
     const QByteArray request = R"({"archive":"foible","question":"Why?"})";
     running.ask("/v1/account/request-cases", request, ada.token);
+    LibraryChange change;
+    change.kind = QStringLiteral("saved");
+    change.key = change.card.emplace().key = QStringLiteral("foible:quay");
+    running.ask("/v1/library", Json::encode(LibraryUpload{{change}}), ada.token);
+    running.ask("/v1/wall/case", R"({"archive":"foible","id":"quay"})", ada.token);
     Database database(running.home());
     QuestionQuota::recordQuestion(database, 1, running.now);
     const auto rows = [&] {
         qint64 count = 0;
         Database::Access access(database);
-        for (const char *table : {"accounts", "sessions", "asked_questions", "case_requests"}) {
+        for (const char *table : {"accounts", "sessions", "asked_questions", "case_requests",
+                                  "library_items", "library_changes", "wall_items"}) {
             auto query = access.prepare(QByteArray("SELECT count(*) FROM ") + table);
             query.next();
             count += query.integer(0);
         }
         return count;
     };
-    EXPECT_EQ(rows(), 4);
+    EXPECT_EQ(rows(), 7);
     EXPECT_EQ(
         running.ask(profile, R"({"action":"delete","password":"correct horse"})", ada.token).status,
         200);

@@ -41,6 +41,10 @@ httplib::Response RunningService::registerAccount(const std::string &handle) {
 
 Login RunningService::join(const std::string &handle) {
     EXPECT_EQ(registerAccount(handle).status, 200);
+    return signIn(handle);
+}
+
+Login RunningService::signIn(const std::string &handle) {
     const auto json =
         R"({"handle":")" + handle + R"(","password":")" + password + R"(","device":"Test"})";
     return ask<Login>("/v1/account/login", QByteArray::fromStdString(json), {});

@@ -43,6 +43,7 @@ public:
 
     /// Makes an account by the web page. Its password is `password`.
     httplib::Response registerAccount(const std::string &handle);
+    Login signIn(const std::string &handle);
     /// Makes an account and signs in to it.
     Login join(const std::string &handle);
 
