@@ -7,8 +7,10 @@ namespace {
 constexpr double kinShare = 0.6;
 /// The weight at which a root counts for half of what it could.
 constexpr double halfWeight = 3.0;
-/// A sentence that happens to hold the words says less than a subject that someone chose.
-constexpr double sentenceShare = 0.8;
+/// A sentence that happens to hold the words says less than a subject that someone chose, and one
+/// with a single everyday word says next to nothing.
+constexpr double sentenceWeight = 0.8;
+constexpr double loneWordWeight = 0.25;
 
 bool contains(const QList<RootNumber> &sorted, RootNumber root) {
     return std::binary_search(sorted.begin(), sorted.end(), root);
@@ -39,6 +41,11 @@ QuestionMatch::QuestionMatch(const CaseIndex &index, const QString &question, Wo
     }
 }
 
+bool QuestionMatch::hasKin(const Term &term, const QList<RootNumber> &roots) {
+    return std::any_of(term.kin.begin(), term.kin.end(),
+                       [&](RootNumber kin) { return contains(roots, kin); });
+}
+
 double QuestionMatch::share(const QList<RootNumber> &roots) const {
     if (isEmpty())
         return 0;
@@ -46,18 +53,40 @@ double QuestionMatch::share(const QList<RootNumber> &roots) const {
     for (const Term &term : m_terms) {
         if (term.root && contains(roots, *term.root))
             covered += term.rarity;
-        else if (std::any_of(term.kin.begin(), term.kin.end(),
-                             [&](RootNumber kin) { return contains(roots, kin); }))
+        else if (hasKin(term, roots))
             covered += kinShare * term.rarity;
     }
     return covered / m_total;
+}
+
+double QuestionMatch::sentenceShare(const QList<RootNumber> &roots) const {
+    int found = 0;
+    bool isNamed = false;
+    for (const Term &term : m_terms) {
+        const bool stands = term.root && contains(roots, *term.root);
+        if (stands || hasKin(term, roots))
+            ++found;
+        isNamed = isNamed || (stands && m_index.isName(*term.root));
+    }
+    return share(roots) * (found > 1 || isNamed ? sentenceWeight : loneWordWeight);
+}
+
+double QuestionMatch::coverage(const IndexedCase &item) const {
+    double covered = 0;
+    for (const Term &term : m_terms) {
+        if (term.root && item.weights.contains(*term.root))
+            covered += term.rarity;
+        else if (std::any_of(term.kin.begin(), term.kin.end(),
+                             [&](RootNumber kin) { return item.weights.contains(kin); }))
+            covered += kinShare * term.rarity;
+    }
+    return isEmpty() ? 0 : covered / m_total;
 }
 
 double QuestionMatch::score(const IndexedCase &item) const {
     if (isEmpty())
         return 0;
     double presence = 0;
-    double coverage = 0;
     for (const Term &term : m_terms) {
         const double own = term.root ? term.rarity * saturated(item.weights.value(*term.root)) : 0;
         double byKin = 0;
@@ -65,15 +94,13 @@ double QuestionMatch::score(const IndexedCase &item) const {
             byKin = std::max(byKin, kinShare * std::min(term.rarity, m_index.rarity(kin)) *
                                         saturated(item.weights.value(kin)));
         presence += std::max(own, byKin);
-        if (own > 0 || byKin > 0)
-            coverage += term.rarity * (own >= byKin ? 1 : kinShare);
     }
     double best = share(item.titleRoots);
     for (const auto &subject : item.subjects)
         best = std::max(best, share(subject.roots));
     for (const auto &sentence : item.sentences)
-        best = std::max(best, sentenceShare * share(sentence.roots));
-    return (presence / m_total + best) / 2 * (0.6 + 0.4 * coverage / m_total);
+        best = std::max(best, sentenceShare(sentence.roots));
+    return (presence / m_total + best) / 2 * (0.6 + 0.4 * coverage(item));
 }
 
 const IndexedCase::Subject *QuestionMatch::bestSubject(const IndexedCase &item) const {

@@ -30,6 +30,10 @@ public:
 
     /// How well the whole case fits, from 0 to 1.
     double score(const IndexedCase &item) const;
+    /// The share that the case covers anywhere.
+    double coverage(const IndexedCase &item) const;
+    /// Whether the question is so short that half of it says little.
+    bool isShort() const { return m_terms.size() <= 2; }
 
     /// The subject of the case that covers most of the question; none when no subject covers any.
     const IndexedCase::Subject *bestSubject(const IndexedCase &item) const;
@@ -46,6 +50,9 @@ private:
         std::optional<RootNumber> root;
         QList<RootNumber> kin;
     };
+
+    static bool hasKin(const Term &term, const QList<RootNumber> &roots);
+    double sentenceShare(const QList<RootNumber> &roots) const;
 
     const CaseIndex &m_index;
     QList<Term> m_terms;

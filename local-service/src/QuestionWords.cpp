@@ -14,36 +14,31 @@ namespace {
 /// Words that a question may hold without being about them.
 const QSet<QString> &commonWords() {
     static const auto words = [] {
-        const auto list = QStringLiteral(
-            "a about above after again against ago all almost along already also although always "
-            "am "
-            "among an and another any anybody anyone anything are aren around as ask at away back "
-            "be "
-            "became because become been before being below between both but by came can cannot "
-            "case "
-            "cases come common could couldn d did didn do does doesn doing don done down during "
-            "each "
-            "either else enough especially etc even ever every everybody everyone everything "
-            "example "
-            "examples explain far few find first for from further gave get gets give given gives "
-            "go "
-            "goes going gone got had happen happened happens has have haven having he help her "
-            "here "
-            "hers him his how however i if in instead into is isn it its itself just kind know "
-            "knew "
-            "known later least let lets like likely ll long made make makes many matter may maybe "
-            "me "
-            "mean might mine more most much must my myself near need never next no nobody none nor "
-            "not nothing now of off often on once one ones only or other others ought our ours out "
-            "over own part people per perhaps please possible put quite rather re really s said "
-            "same "
-            "say see saw seem seen seldom several shall she should shouldn show so some somebody "
-            "someone something sometimes soon still story such sure t take taken tell tend tends "
-            "than that the their theirs them themselves then there these they thing things think "
-            "this those though three through thus to together told too took toward turn two under "
-            "until up upon us use used usually ve very want was way ways we well went were what "
-            "whatever when whenever where whether which while who whom whose why will with within "
-            "without would wouldn yes yet you your yours");
+        const auto list = QString::fromLatin1(R"(
+            a about above after again against ago all almost along already also
+            although always am among an and another any anybody anyone anything are
+            aren around as ask at away back be became because become been before
+            being below between both but by came can cannot case cases come common
+            could couldn d did didn do does doesn doing don done down during each
+            either else enough especially etc even ever every everybody everyone
+            everything example examples explain far few find first for from further
+            gave get gets give given gives go goes going gone got had happen
+            happened happens has have haven having he help her here hers him his how
+            however i if in instead into is isn it its itself just kind know knew
+            known later least let lets like likely ll long made make makes many
+            matter may maybe me mean might mine more most much must my myself near
+            need never next no nobody none nor not nothing now of off often on once
+            one ones only or other others ought our ours out over own part people
+            per perhaps play please possible put quite rather re really role s said
+            same say see saw seem seen seldom several shall she should shouldn show
+            so some somebody someone something sometimes soon still story such sure
+            t take taken tell tend tends than that the their theirs them themselves
+            then there these they thing things think this those though three through
+            thus to together told too took toward turn two under until up upon us
+            use used usually ve very want was way ways we well went were what
+            whatever when whenever where whether which while who whom whose why will
+            with within without would wouldn yes yet you your yours)")
+                              .simplified();
         const auto split = list.split(QLatin1Char(' '));
         return QSet<QString>(split.begin(), split.end());
     }();
@@ -77,14 +72,14 @@ const QHash<QString, QStringList> &kinOfRoots() {
             "worker employee staff labor",
             "boss manager superior",
             "leader director president chief",
-            "founder entrepreneur startup",
-            "company firm business",
+            "founder entrepreneur",
+            "company firm business startup venture",
             "customer client buyer",
             "partner partnership cofounder",
-            "rival competitor competition incumbent",
+            "rival competitor competition incumbent compete established",
             "money capital fund",
             "saving cheap cheaper economy",
-            "price cost",
+            "price cost expensive costly",
             "bank currency",
             "inflation hyperinflation",
             "government ministry state",
@@ -103,13 +98,14 @@ const QHash<QString, QStringList> &kinOfRoots() {
             "resist oppose reject",
             "assumption assume",
             "test trial experiment",
+            "exam examination quiz test study",
             "reliable dependable",
             "precision accurate exact",
             "last endure lasting",
             "century lasting",
             "luck chance",
             "discovery discover",
-            "invent inventor invention",
+            "invent inventor invention discover discovery",
             "decide decision",
             "learn lesson",
             "trust confidence",

@@ -14,6 +14,10 @@ using Retrieval::Finding;
 /// From here on a case answers the question, and below it is only somewhere near.
 constexpr double strongScore = 0.27;
 constexpr double weakestScore = 0.22;
+/// The share of the question that a case must have at all, and the share of a short one that it
+/// must have to answer it.
+constexpr double leastCoverage = 0.42;
+constexpr double leastCoverageOfShort = 0.6;
 /// How far behind the best one a case may stay that does not fit well by itself.
 constexpr double worstShareOfBest = 0.45;
 constexpr double goodScore = 0.3;
@@ -84,7 +88,11 @@ QList<Finding> ranked(const CaseIndex &index, const Inquiry &inquiry, const Ques
                         [&](const Finding &finding) { return finding.item == &item; });
         if (isEvidence)
             score *= evidenceAdvantage;
-        findings.append({&item, score, score >= strongScore});
+        const double coverage = match.coverage(item);
+        if (coverage >= leastCoverage)
+            findings.append(
+                {&item, score,
+                 score >= strongScore && (!match.isShort() || coverage >= leastCoverageOfShort)});
     }
     std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding &a, const Finding &b) { return a.score > b.score; });

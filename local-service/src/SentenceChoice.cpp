@@ -120,7 +120,8 @@ private:
         if (section == IndexedCase::summary)
             return fit + 0.5;
         const double subject = m_bySubject[section];
-        double score = fit * (0.6 + 0.4 * std::min(1.0, 2 * subject)) +
+        const double alone = m_subjectShare > tellingSubject ? 0.3 : 0.6;
+        double score = fit * (alone + (1 - alone) * std::min(1.0, 2 * subject)) +
                        std::min(0.8 * subject, 0.35 + fit) + 0.8 * m_byTitle[section];
         if (opensSection(position))
             score += 0.12;

@@ -17,41 +17,32 @@ bool endsInAbbreviation(QStringView beginning) {
     return abbreviation.match(beginning).hasMatch();
 }
 
-const QSet<QString> &pointers() {
-    static const auto words = [] {
-        const auto list =
-            QStringLiteral(
-                "he she it they his hers its their theirs this these that those such both "
-                "neither then there but and yet so or nor however instead still thus "
-                "therefore otherwise meanwhile some others another once later")
-                .split(QLatin1Char(' '));
-        return QSet<QString>(list.begin(), list.end());
-    }();
+QSet<QString> wordSet(const char *words) {
+    const auto list = QString::fromLatin1(words).split(QLatin1Char(' '));
+    return QSet<QString>(list.begin(), list.end());
+}
+
+const QSet<QString> &pronouns() {
+    static const auto words = wordSet("he she it they him her them his hers its their theirs");
     return words;
+}
+
+/// What at the beginning of a sentence leans on the one before.
+bool pointsBack(const QString &word) {
+    static const auto words =
+        wordSet("this these that those such both neither then there but and yet so or nor however "
+                "instead still thus therefore otherwise meanwhile some others another once later");
+    return words.contains(word) || pronouns().contains(word);
+}
+
+bool isPreposition(const QString &word) {
+    static const auto words = wordSet("in at by from with of on for after before to under behind "
+                                      "without against beside besides as until do if when");
+    return words.contains(word);
 }
 
 /// How far into a sentence a word for somebody named before still tells that it leans on another.
 constexpr qsizetype wordsOfABeginning = 5;
-
-const QSet<QString> &pronouns() {
-    static const QSet<QString> words = {QStringLiteral("he"),   QStringLiteral("she"),
-                                        QStringLiteral("it"),   QStringLiteral("they"),
-                                        QStringLiteral("him"),  QStringLiteral("her"),
-                                        QStringLiteral("them"), QStringLiteral("his"),
-                                        QStringLiteral("its"),  QStringLiteral("their")};
-    return words;
-}
-
-const QSet<QString> &prepositions() {
-    static const auto words = [] {
-        const auto list =
-            QStringLiteral("in at by from with of on for after before to under behind "
-                           "without against beside besides as until do if when")
-                .split(QLatin1Char(' '));
-        return QSet<QString>(list.begin(), list.end());
-    }();
-    return words;
-}
 
 } // namespace
 
@@ -80,22 +71,20 @@ bool Sentences::standsAlone(const QString &sentence) {
     const auto words = SearchText::words(sentence.left(60));
     if (words.isEmpty())
         return false;
-    if (pointers().contains(words[0]))
+    if (pointsBack(words[0]))
         return false;
     if (words.size() < 2)
         return true;
     // "In those years", "In 1984 he".
-    if (prepositions().contains(words[0]) &&
-        (pointers().contains(words[1]) ||
-         std::any_of(words.begin(), words.begin() + std::min(words.size(), wordsOfABeginning),
-                     [](const QString &word) { return pronouns().contains(word); })))
+    const auto beginning = words.first(std::min(words.size(), wordsOfABeginning));
+    const bool hasPronoun =
+        std::any_of(beginning.begin(), beginning.end(),
+                    [](const QString &word) { return pronouns().contains(word); });
+    if (isPreposition(words[0]) && (pointsBack(words[1]) || hasPronoun))
         return false;
     // "The second", "the same", "the pattern": of what was told before.
-    static const QSet<QString> ordinals = {QStringLiteral("second"), QStringLiteral("third"),
-                                           QStringLiteral("same"),   QStringLiteral("two"),
-                                           QStringLiteral("other"),  QStringLiteral("others"),
-                                           QStringLiteral("latter"), QStringLiteral("result"),
-                                           QStringLiteral("answer"), QStringLiteral("pattern")};
+    static const auto told = wordSet("second third same two other others latter result answer "
+                                     "pattern");
     return !((words[0] == QLatin1String("the") || words[0] == QLatin1String("a")) &&
-             ordinals.contains(words[1]));
+             told.contains(words[1]));
 }

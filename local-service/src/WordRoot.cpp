@@ -55,7 +55,10 @@ const QHash<QString, QString> &irregularForms() {
                                       "understand understood",
                                       "weave wove woven",
                                       "win won",
-                                      "write wrote written"};
+                                      "write wrote written",
+                                      "woman women",
+                                      "man men",
+                                      "child children"};
         QHash<QString, QString> result;
         for (const char *line : lines) {
             const auto words = QString::fromLatin1(line).split(QLatin1Char(' '));
