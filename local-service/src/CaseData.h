@@ -18,6 +18,14 @@ struct WrittenArchive {
     QString accent;
 };
 
+struct WrittenSection {
+    QString title;
+    QString body;
+    /// What a reader may look for here, in a reader's own words, as in the index of a book. Serves
+    /// the search for an answer and is not shown as a part of the case.
+    std::optional<QList<QString>> subjects;
+};
+
 struct WrittenCase {
     QString id;
     QString title;
@@ -29,7 +37,7 @@ struct WrittenCase {
     qint64 significance = 0;
     QString org;
     QList<QString> companies;
-    QList<CaseEntry::Section> sections;
+    QList<WrittenSection> sections;
     QList<CaseEntry::Source> sources;
     std::optional<QString> tradeOut;
     std::optional<QString> relevance;
@@ -61,6 +69,14 @@ struct JsonFields<CaseData::WrittenArchive> {
     static constexpr auto table = std::make_tuple(
         jsonField("id", &Record::id), jsonField("title", &Record::title),
         jsonField("description", &Record::description), jsonField("accent", &Record::accent));
+};
+
+template <>
+struct JsonFields<CaseData::WrittenSection> {
+    using Record = CaseData::WrittenSection;
+    static constexpr auto table =
+        std::make_tuple(jsonField("title", &Record::title), jsonField("body", &Record::body),
+                        jsonField("subjects", &Record::subjects));
 };
 
 template <>

@@ -70,7 +70,8 @@ CaseEntry entry(const Arrival &arrival) {
     entry.category = written.category;
     entry.era = written.era;
     entry.companies = written.companies;
-    entry.sections = written.sections;
+    for (const auto &section : written.sections)
+        entry.sections.append({section.title, section.body});
     entry.sources = written.sources;
     entry.locale = QStringLiteral("en");
     entry.tradeOut = written.tradeOut;

@@ -36,6 +36,23 @@ void Reply::send(httplib::Response &response, int status, const char *contentTyp
         });
 }
 
+void Reply::stream(httplib::Response &response, const char *contentType,
+                   std::function<std::optional<QByteArray>()> next) {
+    response.set_header("X-Content-Type-Options", "nosniff");
+    response.set_header("Cache-Control", "no-store");
+    response.set_chunked_content_provider(
+        contentType, [next = std::move(next)](std::size_t, httplib::DataSink &sink) {
+            const auto piece = next();
+            if (!piece)
+                sink.done();
+            else if (sink.is_writable())
+                sink.write(piece->constData(), static_cast<std::size_t>(piece->size()));
+            else
+                return false;
+            return true;
+        });
+}
+
 void Reply::setHeader(httplib::Response &response, const RequestError &error) {
     if (const auto &[name, value] = error.header(); !name.isEmpty())
         response.set_header(name.constData(), value.toStdString());

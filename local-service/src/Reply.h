@@ -4,7 +4,9 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <httplib.h>
+#include <optional>
 
 /// How replies leave the service.
 namespace Reply {
@@ -22,6 +24,11 @@ void send(httplib::Response &response, int status, const char *contentType, cons
 
 /// The header that an error brings with it, whatever form the reply takes.
 void setHeader(httplib::Response &response, const RequestError &error);
+
+/// Sends each piece as it is made, until there is none left or the client has gone. `next` is
+/// called on the thread of the request and may take its time.
+void stream(httplib::Response &response, const char *contentType,
+            std::function<std::optional<QByteArray>()> next);
 
 void sendError(httplib::Response &response, const RequestError &error, Connection connection);
 

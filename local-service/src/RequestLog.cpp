@@ -23,10 +23,12 @@ void RequestLog::finish(const httplib::Request &request, const httplib::Response
     if (begun)
         milliseconds = std::chrono::duration<double, std::milli>(Clock::now() - *begun).count();
     begun.reset();
-    // A body is either held whole or comes from a provider that knows its length.
+    // A body is held whole, comes from a provider that knows its length, or is a stream.
     const auto bytes = response.body.size() + response.content_length_;
-    std::fprintf(stderr, "%s %s %d %zu B %.1f ms\n", escaped(request.method).c_str(),
-                 escaped(request.target).c_str(), response.status, bytes, milliseconds);
+    const auto size =
+        response.is_chunked_content_provider_ ? "stream" : std::to_string(bytes) + " B";
+    std::fprintf(stderr, "%s %s %d %s %.1f ms\n", escaped(request.method).c_str(),
+                 escaped(request.target).c_str(), response.status, size.c_str(), milliseconds);
 }
 
 std::string RequestLog::escaped(const std::string &text) {

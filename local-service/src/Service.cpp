@@ -1,10 +1,12 @@
 #include "Service.h"
 
 #include "AccountRoutes.h"
+#include "Answerer.h"
 #include "BrowserRoutes.h"
 #include "CaseImport.h"
 #include "CaseStore.h"
 #include "CatalogueRoutes.h"
+#include "ChatRoutes.h"
 #include "Database.h"
 #include "LibraryRoutes.h"
 #include "RegisterRoutes.h"
@@ -93,6 +95,8 @@ void Service::start() {
     Schema::migrate(*m_database);
     openCollection();
     openAccounts();
+    openQuestions();
+    m_options.dataSet.clear();
 
     m_listening = std::async(std::launch::async, [this] { return m_server.listen_after_bind(); });
     using namespace std::chrono_literals;
@@ -114,7 +118,6 @@ void Service::bindPort() {
 
 void Service::openCollection() {
     CaseImport::run(*m_database, m_options.dataSet);
-    m_options.dataSet.clear();
     m_cases = std::make_unique<CaseStore>(*m_database);
     CatalogueRoutes::add(m_router, *m_cases, origin());
 }
@@ -131,6 +134,14 @@ void Service::openAccounts() {
     BrowserRoutes::add(m_router, *m_signIn, *m_signInCodes, m_options.clock);
     LibraryRoutes::add(m_router, *m_database);
     WallRoutes::add(m_router, *m_database, *m_cases, origin(), m_options.clock);
+}
+
+void Service::openQuestions() {
+    QList<CaseData::File> files;
+    for (const QByteArray &text : std::as_const(m_options.dataSet))
+        files.append(CaseData::decode(text));
+    m_answerer = std::make_unique<Answerer>(files);
+    ChatRoutes::add(m_router, *m_answerer, *m_database, m_options.clock, m_options.pause);
 }
 
 void Service::stop() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Clock.h"
+#include "Pause.h"
 #include "Router.h"
 
 #include <QByteArray>
@@ -10,7 +11,9 @@
 
 #include <future>
 #include <memory>
+#include <thread>
 
+class Answerer;
 class CaseStore;
 class Database;
 class SignIn;
@@ -23,6 +26,8 @@ struct ServiceOptions {
     /// The texts of the archives' data files.
     QList<QByteArray> dataSet;
     Clock clock = QDateTime::currentMSecsSinceEpoch;
+    /// Between the pieces of an answer.
+    Pause pause = [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); };
 };
 
 /// The service: database, routes and the HTTP server on 127.0.0.1. It may be started once.
@@ -49,6 +54,7 @@ private:
     void bindPort();
     void openCollection();
     void openAccounts();
+    void openQuestions();
     /// The service's own address, from the binding of the port on.
     QString origin() const;
     httplib::Server::HandlerResponse receive(const httplib::Request &request,
@@ -61,6 +67,7 @@ private:
     std::unique_ptr<Database> m_database;
     std::unique_ptr<CaseStore> m_cases;
     std::unique_ptr<SignIn> m_signIn;
+    std::unique_ptr<Answerer> m_answerer;
     std::unique_ptr<SignInCodes> m_signInCodes;
     httplib::Server m_server;
     socket_t m_listener = -1;

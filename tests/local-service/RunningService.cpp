@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-RunningService::RunningService(QList<QByteArray> dataSet)
-    : service({home(), 0, std::move(dataSet), [this] { return now.load(); }}) {
+RunningService::RunningService(QList<QByteArray> dataSet, Pause pause)
+    : service({home(), 0, std::move(dataSet), [this] { return now.load(); }, std::move(pause)}) {
     service.start();
 }
 

@@ -18,7 +18,9 @@ public:
     /// What the service takes for the present moment: noon of a day in January, UTC.
     std::atomic<qint64> now = 1'800'014'400'000;
 
-    explicit RunningService(QList<QByteArray> dataSet = sampleCases());
+    /// Answers come without a pause unless one is given.
+    explicit RunningService(
+        QList<QByteArray> dataSet = sampleCases(), Pause pause = [](std::chrono::milliseconds) {});
 
     /// The reply to a GET; status 0 when there was none.
     httplib::Response get(const std::string &address);

@@ -18,7 +18,8 @@ CaseData::WrittenCase written(const char *id, const char *title, qint64 year, qi
     written.significance = significance;
     written.org = QStringLiteral("Harbour Board");
     written.companies = {QStringLiteral("Harbour Board")};
-    written.sections = {{QStringLiteral("What happened"), QStringLiteral("Nothing to tell.")}};
+    written.sections = {
+        {QStringLiteral("What happened"), QStringLiteral("Nothing to tell."), std::nullopt}};
     written.sources = {{QStringLiteral("Yearbook"), QStringLiteral("https://example.org/yearbook"),
                         std::nullopt, std::nullopt}};
     return written;

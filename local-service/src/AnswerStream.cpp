@@ -1,0 +1,77 @@
+#include "AnswerStream.h"
+
+#include "TextTables.h"
+
+#include <array>
+
+namespace {
+
+using namespace std::chrono_literals;
+using AnswerStream::Step;
+
+/// Long enough to be read as a line, and short enough not to be waited for.
+constexpr auto searchPause = 250ms;
+constexpr auto readPause = 350ms;
+/// Few enough words and short enough pauses for an answer to run like text that is being written.
+constexpr std::array wordsOfPiece = {4, 3, 5, 4, 6};
+constexpr auto piecePause = 25ms;
+constexpr auto wordPause = 3ms;
+
+ChatEvent event(const char *type) {
+    ChatEvent event;
+    event.type = QLatin1String(type);
+    return event;
+}
+
+Step progress(std::chrono::milliseconds pause, const QString &summary) {
+    Step step{pause, event("progress")};
+    step.event.summary = summary;
+    return step;
+}
+
+/// The position behind the next so many words and the blanks that follow them.
+qsizetype endOfPiece(const QString &text, qsizetype begin, int words) {
+    qsizetype end = begin;
+    for (int word = 0; word < words && end < text.size(); ++word) {
+        while (end < text.size() && !text[end].isSpace())
+            ++end;
+        while (end < text.size() && text[end].isSpace())
+            ++end;
+    }
+    return end;
+}
+
+QList<Step> pieces(const QString &text) {
+    QList<Step> steps;
+    qsizetype begin = 0;
+    for (std::size_t number = 0; begin < text.size(); ++number) {
+        const int words = wordsOfPiece[number % wordsOfPiece.size()];
+        const auto end = endOfPiece(text, begin, words);
+        Step step{piecePause + words * wordPause, event("delta")};
+        step.event.text = text.mid(begin, end - begin);
+        steps.append(step);
+        begin = end;
+    }
+    return steps;
+}
+
+} // namespace
+
+QList<Step> AnswerStream::steps(const TextTables &words, const Inquiry &inquiry,
+                                const Answer &answer) {
+    auto search = progress(0ms, words.text(QStringLiteral("answer.searching"), inquiry.language));
+    if (inquiry.archives.size() == 1)
+        search.event.archive = inquiry.archives.first();
+    QList<Step> steps = {search};
+    if (!answer.references.isEmpty())
+        steps.append(
+            progress(searchPause, words.text(QStringLiteral("answer.reading"), inquiry.language)));
+
+    Step references{readPause, event("references")};
+    references.event.items = answer.references;
+    references.event.mode = QStringLiteral("evidence-preview");
+    steps.append(references);
+    steps += pieces(answer.text);
+    steps.append({0ms, event("done")});
+    return steps;
+}
