@@ -79,10 +79,8 @@ ColumnLayout {
         id: pills
 
         Layout.fillWidth: true
-        // Room for the focus frame of a pill.
-        implicitHeight: contentItem.childrenRect.height + 4
-        topMargin: 2
-        bottomMargin: 2
+        // Room for the focus frame of a pill, and for the scroll bar if there is more than fits.
+        implicitHeight: contentItem.childrenRect.height + (contentWidth > width ? 12 : 4)
         leftMargin: 2
         rightMargin: 2
         visible: !header.started
@@ -98,6 +96,7 @@ ColumnLayout {
 
             required property int index
 
+            y: 2
             store: header.store
             enabled: !header.store.chatting
             onClicked: choices.toggle(archive)

@@ -6,7 +6,7 @@ import Quillmere.Presentation
 import Quillmere.Screens
 
 // Invites to a first question.
-ColumnLayout {
+Column {
     id: opener
 
     required property AppStore store
@@ -26,7 +26,7 @@ ColumnLayout {
     }
 
     TextLabel {
-        Layout.fillWidth: true
+        width: opener.width
         text: opener.store.words.text("askHead")
         wrapMode: Text.Wrap
         font: Fonts.face.archivo(54, 800, 62)
@@ -35,8 +35,7 @@ ColumnLayout {
     }
 
     TextLabel {
-        Layout.fillWidth: true
-        Layout.maximumWidth: 650
+        width: Math.min(650, opener.width)
         text: opener.store.words.text("tesselBody")
         wrapMode: Text.Wrap
         font: Fonts.face.reading(23)
@@ -45,9 +44,8 @@ ColumnLayout {
     }
 
     Rectangle {
-        Layout.maximumWidth: opener.width
-        implicitWidth: hint.implicitWidth + 28
-        implicitHeight: hint.implicitHeight + 24
+        width: opener.width
+        height: hint.height + 24
         radius: 10
         color: "transparent"
         border.color: Ink.line
@@ -64,7 +62,7 @@ ColumnLayout {
     }
 
     RowLayout {
-        Layout.fillWidth: true
+        width: opener.width
 
         Eyebrow {
             Layout.fillWidth: true
@@ -88,7 +86,7 @@ ColumnLayout {
 
             required property string modelData
 
-            Layout.fillWidth: true
+            width: opener.width
             padding: 16
             radius: 12
             ground: Ink.paper2

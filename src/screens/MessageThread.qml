@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
@@ -77,7 +76,7 @@ ListView {
         }
     }
 
-    ColumnLayout {
+    Column {
         id: end
 
         parent: thread.contentItem
@@ -87,14 +86,14 @@ ListView {
         spacing: 28
 
         ChatOpener {
-            Layout.fillWidth: true
+            width: end.width
             visible: thread.messageCount === 0
             store: thread.store
             onPicked: question => thread.picked(question)
         }
 
         ThreadEnd {
-            Layout.fillWidth: true
+            width: end.width
             store: thread.store
             onStopped: thread.stopped()
             onPicked: question => thread.picked(question)

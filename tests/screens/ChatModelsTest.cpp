@@ -162,8 +162,8 @@ TEST_F(ChatModelsTest, citationsFollowTheirMessage) {
     citations.setRow(1);
     const auto body = ask(u"Why?"_s);
     EXPECT_EQ(citations.count(), 0);
-    body->send(R"({"type":"references","items":[)" + card("a") + R"(,"strong":false},)" +
-               card("b") + R"(,"strong":true,"note":"N"},)" + card("c") + "}]}\n");
+    body->send(R"({"type":"references","items":[)" + card("a").chopped(1) + R"(,"strong":false},)" +
+               card("b").chopped(1) + R"(,"strong":true,"note":"N"},)" + card("c") + "]}\n");
     ASSERT_TRUE(eventually([&] { return citations.count() == 3; }));
     EXPECT_EQ(column(citations.cards(), CitationModel::weak),
               QStringList({u"true"_s, u"false"_s, u"false"_s}));
