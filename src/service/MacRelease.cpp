@@ -45,7 +45,7 @@ std::optional<QUrl> MacRelease::downloadURL() const {
     if (signedRelease != true || notarized != true || platform != QLatin1String("mac") ||
         channel.value_or(QStringLiteral("release")) != QLatin1String("release"))
         return std::nullopt;
-    const QUrl site(QLatin1String(BuildSettings::publicSite));
+    const QUrl site = QString::fromLatin1(BuildSettings::publicSite);
     const QUrl relative(url, QUrl::StrictMode);
     if (url.isEmpty() || !relative.isValid())
         return std::nullopt;
