@@ -66,12 +66,10 @@ Item {
             store: view.store
             inset: view.inset
             textWidth: Math.min(820, view.frameWidth)
-            onChosen: (archive, title, summary) => {
+            onChosen: card => {
                 sheet.setSource("CaseSheet.qml", {
                     store: view.store,
-                    archive: archive,
-                    title: title,
-                    summary: summary
+                    card: card
                 });
                 sheet.active = true;
             }

@@ -12,7 +12,7 @@ PlainButton {
     required property AppStore store
     required property string archive
     required property string title
-    required property string summary
+    required property caseCard cited
     required property string reason
     required property bool weak
     readonly property string weakness: weak ? store.words.text("askWeak") : ""

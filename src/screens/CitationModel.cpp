@@ -1,25 +1,25 @@
 #include "screens/CitationModel.h"
 
 QHash<int, QByteArray> CitationModel::roleNames() const {
-    return {{archive, "archive"},
+    return {{cited, "cited"},
+            {archive, "archive"},
             {title, "title"},
-            {summary, "summary"},
             {reason, "reason"},
             {weak, "weak"}};
 }
 
-QVariant CitationModel::value(const CaseCard &card, int role) const {
+QVariant CitationModel::value(const CaseCard &record, int role) const {
     switch (role) {
+    case cited:
+        return QVariant::fromValue(record);
     case archive:
-        return card.archive;
+        return record.archive;
     case title:
-        return card.title;
-    case summary:
-        return card.summary;
+        return record.title;
     case reason:
-        return card.note.value_or(card.summary);
+        return record.note.value_or(record.summary);
     case weak:
-        return card.strong == false;
+        return record.strong == false;
     default:
         return {};
     }

@@ -9,13 +9,13 @@ class CitationModel final : public ListModel<CaseCard> {
 
 public:
     /// `reason` is the service's word on why the case is cited, or else what it is about.
-    enum Role { archive = Qt::UserRole, title, summary, reason, weak };
+    enum Role { cited = Qt::UserRole, archive, title, reason, weak };
 
     using ListModel::ListModel;
 
     QHash<int, QByteArray> roleNames() const override;
 
 protected:
-    QString identity(const CaseCard &card) const override { return card.key; }
-    QVariant value(const CaseCard &card, int role) const override;
+    QString identity(const CaseCard &record) const override { return record.key; }
+    QVariant value(const CaseCard &record, int role) const override;
 };

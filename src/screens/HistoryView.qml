@@ -17,10 +17,37 @@ Item {
     property string renaming
     property string removing
 
+    clip: true
+
     HistoryModel {
         id: model
 
         store: history.store
+    }
+
+    HistoryHeader {
+        id: header
+
+        // Over the list and not in it: of the origin the list does not tell every change.
+        y: list.originY - list.contentY - height
+        z: 1
+        width: list.width
+        height: implicitHeight
+        store: history.store
+        model: model
+        columnWidth: history.columnWidth
+        onActiveFocusChanged: {
+            if (activeFocus)
+                list.goToTop();
+        }
+        onHeightChanged: {
+            if (list.contentY <= list.originY)
+                list.goToTop();
+        }
+        onPassed: {
+            if (list.currentItem)
+                list.currentItem.forceActiveFocus(Qt.TabFocusReason);
+        }
     }
 
     ListView {
@@ -42,29 +69,6 @@ Item {
         Accessible.name: history.store.words.text("wallConversations")
 
         T.ScrollBar.vertical: ScrollBarLine {}
-
-        HistoryHeader {
-            id: header
-
-            y: list.originY - height
-            width: list.width
-            height: implicitHeight
-            store: history.store
-            model: model
-            columnWidth: history.columnWidth
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    list.goToTop();
-            }
-            onHeightChanged: {
-                if (list.contentY <= list.originY)
-                    list.goToTop();
-            }
-            onPassed: {
-                if (list.currentItem)
-                    list.currentItem.forceActiveFocus(Qt.TabFocusReason);
-            }
-        }
 
         delegate: ConversationRow {
             id: row

@@ -18,7 +18,7 @@ ColumnLayout {
     readonly property bool growing: !asked && store.chatting && index === store.messageCount - 1
     readonly property int columns: Math.max(1, Math.floor((width + 14) / (250 + 14)))
 
-    signal chosen(archive: string, title: string, summary: string)
+    signal chosen(card: caseCard)
 
     function author(): string {
         if (asked)
@@ -105,7 +105,7 @@ ColumnLayout {
                 Layout.fillHeight: true
                 Layout.alignment: Qt.AlignTop
                 store: block.store
-                onClicked: block.chosen(archive, title, summary)
+                onClicked: block.chosen(cited)
             }
         }
     }

@@ -16,7 +16,7 @@ ListView {
     required property real textWidth
     readonly property int messageCount: store.messageCount
 
-    signal chosen(archive: string, title: string, summary: string)
+    signal chosen(card: caseCard)
     signal picked(question: string)
     signal stopped
 
@@ -52,7 +52,7 @@ ListView {
         x: thread.inset
         width: thread.textWidth
         store: thread.store
-        onChosen: (archive, title, summary) => thread.chosen(archive, title, summary)
+        onChosen: card => thread.chosen(card)
     }
 
     // The new rows have their places only after this turn.

@@ -15,11 +15,38 @@ Item {
     // The item that the removal dialog is about.
     property string removing
 
+    clip: true
+
     WallModel {
         id: model
 
         store: wall.store
         columns: Math.floor((wall.columnWidth + 18) / (265 + 18))
+    }
+
+    WallHeader {
+        id: header
+
+        // Over the list and not in it: of the origin the list does not tell every change.
+        y: list.originY - list.contentY - height
+        z: 1
+        width: list.width
+        height: implicitHeight
+        store: wall.store
+        model: model
+        columnWidth: wall.columnWidth
+        onActiveFocusChanged: {
+            if (activeFocus)
+                list.goToTop();
+        }
+        onHeightChanged: {
+            if (list.contentY <= list.originY)
+                list.goToTop();
+        }
+        onPassed: {
+            if (list.currentItem)
+                list.currentItem.forceActiveFocus(Qt.TabFocusReason);
+        }
     }
 
     ListView {
@@ -42,29 +69,6 @@ Item {
 
         T.ScrollBar.vertical: ScrollBarLine {}
 
-        WallHeader {
-            id: header
-
-            y: list.originY - height
-            width: list.width
-            height: implicitHeight
-            store: wall.store
-            model: model
-            columnWidth: wall.columnWidth
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    list.goToTop();
-            }
-            onHeightChanged: {
-                if (list.contentY <= list.originY)
-                    list.goToTop();
-            }
-            onPassed: {
-                if (list.currentItem)
-                    list.currentItem.forceActiveFocus(Qt.TabFocusReason);
-            }
-        }
-
         delegate: WallRow {
             required property int index
 
@@ -76,9 +80,7 @@ Item {
             onCaseOpened: card => {
                 overlay.setSource("CaseSheet.qml", {
                     store: wall.store,
-                    archive: card.archive,
-                    title: card.title,
-                    summary: card.summary
+                    card: card
                 });
             }
             onRemovalWanted: id => {
@@ -95,20 +97,21 @@ Item {
                 list.positionViewAtIndex(index, ListView.Contain);
             }
         }
+    }
 
-        WallFooter {
-            id: footer
+    WallFooter {
+        id: footer
 
-            y: list.originY + list.contentHeight
-            width: list.width
-            height: implicitHeight
-            store: wall.store
-            model: model
-            columnWidth: wall.columnWidth
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    list.contentY = list.originY + Math.max(-list.topMargin, list.contentHeight + height - list.height);
-            }
+        y: list.originY + list.contentHeight - list.contentY
+        z: 1
+        width: list.width
+        height: implicitHeight
+        store: wall.store
+        model: model
+        columnWidth: wall.columnWidth
+        onActiveFocusChanged: {
+            if (activeFocus)
+                list.contentY = list.originY + Math.max(-list.topMargin, list.contentHeight + height - list.height);
         }
     }
 
