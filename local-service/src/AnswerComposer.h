@@ -10,10 +10,8 @@ class TextTables;
 /// nothing about the matter itself.
 namespace AnswerComposer {
 
-/// An answer has at most so many words, and an answer that found something at least `leastWords`,
-/// as far as the cases have them.
+/// An answer has at most so many words.
 inline constexpr int greatestWords = 260;
-inline constexpr int leastWords = 120;
 
 /// `words` hold the sentences of the frame, and the texts that the program shows.
 Answer compose(const TextTables &words, const Inquiry &inquiry, const Retrieval::Result &found);

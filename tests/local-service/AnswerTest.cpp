@@ -34,6 +34,9 @@ QString textOf(const CaseData::WrittenCase &written) {
     return parts.join(QLatin1Char('\n'));
 }
 
+/// What an answer to a question of ours is expected to be worth.
+constexpr int leastWords = 120;
+
 int wordCount(const QString &text) {
     static const QRegularExpression blanks(QStringLiteral("\\s+"));
     return static_cast<int>(text.split(blanks, Qt::SkipEmptyParts).size());
@@ -70,7 +73,7 @@ void expectFaithful(const Answer &answer, const std::string &question) {
 
 void expectReadable(const Answer &answer, const std::string &question) {
     const int words = wordCount(answer.text);
-    EXPECT_GE(words, AnswerComposer::leastWords) << question;
+    EXPECT_GE(words, leastWords) << question;
     EXPECT_LE(words, AnswerComposer::greatestWords) << question;
     const auto lines = answer.text.split(QLatin1Char('\n'));
     for (const QString &line : lines) {
