@@ -58,8 +58,3 @@ struct QuotaForQml {
     QML_VALUE_TYPE(quota)
 };
 
-struct CaseCardForQml {
-    Q_GADGET
-    QML_FOREIGN(CaseCard)
-    QML_VALUE_TYPE(caseCard)
-};
