@@ -1,6 +1,7 @@
 #pragma once
 
 #include "copy/Words.h"
+#include "records/Account.h"
 #include "records/Catalogue.h"
 #include "store/AppStore.h"
 
@@ -37,4 +38,22 @@ struct CaseCardForQml {
     Q_GADGET
     QML_FOREIGN(CaseCard)
     QML_VALUE_TYPE(caseCard)
+};
+
+struct AppUserForQml {
+    Q_GADGET
+    QML_FOREIGN(AppUser)
+    QML_VALUE_TYPE(appUser)
+};
+
+struct AccountForQml {
+    Q_GADGET
+    QML_FOREIGN(Account)
+    QML_VALUE_TYPE(account)
+};
+
+struct QuotaForQml {
+    Q_GADGET
+    QML_FOREIGN(Quota)
+    QML_VALUE_TYPE(quota)
 };

@@ -1,12 +1,9 @@
 // What all readers of cases share: their text size, and the copies of what was read.
 #include "platform/Browser.h"
 #include "platform/Preferences.h"
-#include "records/ArchiveStyle.h"
 #include "storage/ReadingCache.h"
 #include "store/AppStore.h"
 #include "store/ReadingSize.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -35,16 +32,3 @@ void AppStore::openAddress(const QUrl &address) {
     if (!m_platform.browser.open(address))
         setNotice(text(QStringLiteral("urlError.cannotOpenFile")));
 }
-
-bool AppStore::isOnWall(const CaseCard &card) const {
-    return std::any_of(m_wall.begin(), m_wall.end(), [&](const WallItem &item) {
-        return item.caseId == card.id && item.site == ArchiveStyle::domain(card.archive);
-    });
-}
-
-void AppStore::beginToggleWallCase(const CaseCard &) {
-    if (!m_account)
-        setNotice(text(QStringLiteral("saveNeedsAccount")));
-}
-
-void AppStore::startChat(const QString &, const QList<CaseCard> &) {}
