@@ -3,6 +3,7 @@
 
 #include "copy/Copy.h"
 #include "records/ArchiveStyle.h"
+#include "service/Endpoints.h"
 #include "tests/screens/SampleCase.h"
 #include "tests/store/StoreAccess.h"
 #include "tests/support/Await.h"
@@ -11,6 +12,9 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <gtest/gtest.h>
 
@@ -310,19 +314,39 @@ TEST_F(CaseReaderModelTest, ThePinFollowsTheWall) {
     m_model->togglePin();
     settleEventLoop();
     EXPECT_EQ(m_store.notice(), Copy::text(u"saveNeedsAccount"_s, AppLanguage::en));
+
+    StoreAccess::setAccount(m_store, u"someone"_s);
+    m_model->togglePin();
+    settleEventLoop();
+    EXPECT_FALSE(m_model->isPinnable()) << "while it is on its way";
+    m_system.transport.fail(u'/' + QString(Endpoint::wallCase), URLError::Code::timedOut);
+    settleEventLoop();
+    EXPECT_TRUE(m_model->isPinnable());
 }
 
-TEST_F(CaseReaderModelTest, AskingLimitsTheQuestionToTheArchiveAndGivesWay) {
+TEST_F(CaseReaderModelTest, AskingPutsTheCaseToItsArchiveAndGivesWayFirst) {
+    StoreAccess::setAccount(m_store, u"someone"_s);
+    StoreAccess::setSyncing(m_store);
     read(SampleCase::entry());
     m_store.setSelectedArchives({u"lumen"_s, u"shift"_s});
-    QString destinationWhenAsked;
+    bool wasChatting = true;
     QObject::connect(m_model.get(), &CaseReaderModel::asked, [&] {
-        destinationWhenAsked = m_store.destination();
+        EXPECT_EQ(m_store.destination(), u"chat"_s);
+        wasChatting = m_store.isChatting();
         m_model.reset();
     });
     m_model->ask();
-    EXPECT_EQ(destinationWhenAsked, u"chat"_s);
+    EXPECT_FALSE(wasChatting);
     EXPECT_EQ(m_store.selectedArchives(), QStringList(u"foible"_s));
+
+    settleEventLoop();
+    const auto body = QJsonDocument::fromJson(*m_system.transport.requests().back().body).object();
+    EXPECT_EQ(body[u"question"_s].toString(),
+              Copy::text(u"askSuggestOne"_s, AppLanguage::en) + u"The bridge"_s);
+    EXPECT_EQ(body[u"cases"_s].toArray().size(), 1);
+    EXPECT_EQ(body[u"archives"_s].toArray(), QJsonArray{u"foible"_s});
+    m_store.stopChat();
+    settleEventLoop();
 }
 
 TEST_F(CaseReaderModelTest, TheTextSizeStaysWithinItsLimitsAndIsKept) {
