@@ -18,6 +18,7 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickStyle>
+#include <QThreadPool>
 #include <QTimer>
 
 namespace {
@@ -35,6 +36,8 @@ int main(int argc, char **argv) {
     QGuiApplication::setApplicationVersion(QLatin1String(BuildSettings::version));
     QGuiApplication::setDesktopFileName(QLatin1String(BuildSettings::bundleId));
     QGuiApplication application(argc, argv);
+    // Beside the loading of the screens: the first text waits for it.
+    QThreadPool::globalInstance()->start(&FontFiles::registerAll);
     Renderer::choose();
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
@@ -53,7 +56,6 @@ int main(int argc, char **argv) {
     AppStore store(platform);
     followLanguage(store);
 
-    FontFiles::registerAll();
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolImages);

@@ -38,6 +38,7 @@ qreal scaled(qreal size, qreal factor) {
 QFont font(const QStringList &families, qreal size) {
     QFont result(families);
     result.setPixelSize(std::max(1, static_cast<int>(std::round(size))));
+    result.setHintingPreference(QFont::PreferNoHinting);
     return result;
 }
 
