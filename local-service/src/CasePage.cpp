@@ -1,5 +1,7 @@
 #include "CasePage.h"
 
+#include "PageStyle.h"
+
 #include "records/ArchiveStyle.h"
 
 #include <QUrl>
@@ -64,21 +66,13 @@ QString sources(const QList<CaseEntry::Source> &list) {
 } // namespace
 
 QByteArray CasePage::style() {
-    return QByteArrayLiteral(
-        ":root{color-scheme:light dark;--paper:#faf8f3;--ink:#1b1a17;--dim:#6a665d;--line:#d9d4c7}"
-        "@media(prefers-color-scheme:dark){:root{--paper:#171613;--ink:#ece8de;--dim:#a09a8c;"
-        "--line:#3a372f}}"
-        "body{margin:0;background:var(--paper);color:var(--ink);"
-        "font:1.125rem/1.6 Georgia,\"Noto Serif\",serif}"
-        "main{max-width:42rem;margin:0 auto;padding:3rem 1.5rem 5rem}"
-        "h1,h2{font-family:system-ui,sans-serif;line-height:1.15;text-wrap:balance}"
-        "h1{font-size:2.4rem;margin:.5rem 0 1rem}"
-        "h2{font-size:1.2rem;margin:2.5rem 0 .5rem;padding-top:1rem;"
-        "border-top:1px solid var(--line)}"
-        ".label,small{font-family:ui-monospace,monospace;font-size:.8rem;color:var(--dim)}"
-        ".summary{font-size:1.3rem;color:var(--dim)}"
-        ".trade{font-family:system-ui,sans-serif;font-size:1.35rem;font-weight:600}"
-        "a{color:inherit}ul{padding-left:1.2rem}li{margin:.6rem 0}");
+    return PageStyle::base() +
+           QByteArrayLiteral(
+               "h2{font-size:1.2rem;margin:2.5rem 0 .5rem;padding-top:1rem;"
+               "border-top:1px solid var(--line)}"
+               ".summary{font-size:1.3rem;color:var(--dim)}"
+               ".trade{font-family:system-ui,sans-serif;font-size:1.35rem;font-weight:600}"
+               "a{color:inherit}ul{padding-left:1.2rem}li{margin:.6rem 0}");
 }
 
 QByteArray CasePage::html(const CaseEntry &entry) {

@@ -106,8 +106,7 @@ CaseEntry readCase(const Call &call, CaseStore &store, const QString &origin) {
     const auto &id = call.argument(1);
     auto entry = store.find(archive, id);
     if (!entry)
-        throw RequestError(404, QStringLiteral("case_not_found"),
-                           QStringLiteral("There is no such case."));
+        throw RequestError::noSuchCase();
     entry->canonicalUrl = QStringLiteral("%1/cases/%2/%3").arg(origin, archive, id);
     return *entry;
 }
@@ -117,7 +116,7 @@ Health health(CaseStore &store, const QString &origin) {
     health.ok = true;
     health.environment = QStringLiteral("local");
     health.chatMode = QStringLiteral("evidence-preview");
-    health.accountUrl = origin + QStringLiteral("/account");
+    health.accountUrl = origin;
     health.total = store.total();
     return health;
 }

@@ -36,10 +36,14 @@ void Reply::send(httplib::Response &response, int status, const char *contentTyp
         });
 }
 
+void Reply::setHeader(httplib::Response &response, const RequestError &error) {
+    if (const auto &[name, value] = error.header(); !name.isEmpty())
+        response.set_header(name.constData(), value.toStdString());
+}
+
 void Reply::sendError(httplib::Response &response, const RequestError &error,
                       Connection connection) {
-    if (!error.allowedMethods().isEmpty())
-        response.set_header("Allow", error.allowedMethods().toStdString());
+    setHeader(response, error);
     const auto body = Json::encode(ErrorBody{error.code(), error.message()});
     send(response, error.status(), "application/json", body, connection);
 }

@@ -16,8 +16,12 @@ enum class Connection {
     Close,
 };
 
+/// `body` is never empty: the library would leave out its length, and the client wait for an end.
 void send(httplib::Response &response, int status, const char *contentType, const QByteArray &body,
           Connection connection = Connection::Keep);
+
+/// The header that an error brings with it, whatever form the reply takes.
+void setHeader(httplib::Response &response, const RequestError &error);
 
 void sendError(httplib::Response &response, const RequestError &error, Connection connection);
 

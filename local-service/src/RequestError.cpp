@@ -12,9 +12,24 @@ RequestError RequestError::notFound() {
     return {404, QStringLiteral("not_found"), QStringLiteral("There is nothing at this address.")};
 }
 
+RequestError RequestError::noSuchCase() {
+    return {404, QStringLiteral("case_not_found"), QStringLiteral("There is no such case.")};
+}
+
 RequestError RequestError::methodNotAllowed(QByteArray allowed) {
     RequestError error(405, QStringLiteral("method_not_allowed"),
                        QStringLiteral("This address does not take requests of that kind."));
-    error.m_allowedMethods = std::move(allowed);
+    error.m_header = {"Allow", std::move(allowed)};
+    return error;
+}
+
+RequestError RequestError::tooManyAttempts(std::chrono::milliseconds wait) {
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(wait).count();
+    const auto minutes = std::chrono::ceil<std::chrono::minutes>(wait).count();
+    const auto when =
+        minutes == 1 ? QStringLiteral("a minute") : QStringLiteral("%1 minutes").arg(minutes);
+    RequestError error(429, QStringLiteral("too_many_attempts"),
+                       QStringLiteral("Too many attempts have failed. Try again in %1.").arg(when));
+    error.m_header = {"Retry-After", QByteArray::number(qint64(seconds))};
     return error;
 }

@@ -52,6 +52,73 @@ constexpr std::array steps = {
             content = '', prefix = '2 3', tokenize = 'unicode61 remove_diacritics 0'
         );
     )sql",
+    // A number is never given twice, so that nothing that remembers one can mean a later account.
+    // An account's email is empty where there is none.
+    R"sql(
+        CREATE TABLE accounts (
+            number INTEGER PRIMARY KEY AUTOINCREMENT,
+            id TEXT NOT NULL UNIQUE,
+            handle TEXT NOT NULL,
+            foldedHandle TEXT NOT NULL UNIQUE,
+            email TEXT NOT NULL DEFAULT '',
+            password TEXT NOT NULL
+        );
+        CREATE TABLE sessions (
+            digest TEXT PRIMARY KEY,
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE
+        ) WITHOUT ROWID;
+        CREATE INDEX sessions_by_account ON sessions (account);
+        CREATE TABLE asked_questions (
+            account INTEGER PRIMARY KEY REFERENCES accounts (number) ON DELETE CASCADE,
+            day INTEGER NOT NULL,
+            count INTEGER NOT NULL
+        );
+        CREATE TABLE case_requests (
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            archive TEXT NOT NULL,
+            question TEXT NOT NULL,
+            requestedAt INTEGER NOT NULL,
+            PRIMARY KEY (account, archive, question)
+        ) WITHOUT ROWID;
+    )sql",
+    // Versions count the changes of an account, so that the highest is the library's revision.
+    // `base` and `writer` tell on what the last writer built. A removed item stays, without its
+    // content.
+    R"sql(
+        CREATE TABLE library_items (
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            kind TEXT NOT NULL,
+            key TEXT NOT NULL,
+            version INTEGER NOT NULL,
+            base INTEGER NOT NULL,
+            writer TEXT NOT NULL,
+            deleted INTEGER NOT NULL,
+            content TEXT NOT NULL,
+            PRIMARY KEY (account, kind, key),
+            UNIQUE (account, version)
+        );
+        CREATE TABLE library_changes (
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            opId TEXT NOT NULL,
+            preservedKey TEXT NOT NULL,
+            PRIMARY KEY (account, opId)
+        ) WITHOUT ROWID;
+    )sql",
+    // The numbers grow, so that the highest is the newest item. `archive` and `caseId` are empty
+    // for a chat.
+    R"sql(
+        CREATE TABLE wall_items (
+            number INTEGER PRIMARY KEY AUTOINCREMENT,
+            account INTEGER NOT NULL REFERENCES accounts (number) ON DELETE CASCADE,
+            id TEXT NOT NULL,
+            archive TEXT NOT NULL,
+            caseId TEXT NOT NULL,
+            item TEXT NOT NULL,
+            UNIQUE (account, id)
+        );
+        CREATE UNIQUE INDEX wall_cases ON wall_items (account, archive, caseId)
+            WHERE caseId <> '';
+    )sql",
 };
 
 qint64 storedVersion(Database::Access &access) {

@@ -1,12 +1,19 @@
 #include "Service.h"
 
+#include "AccountRoutes.h"
+#include "BrowserRoutes.h"
 #include "CaseImport.h"
 #include "CaseStore.h"
 #include "CatalogueRoutes.h"
 #include "Database.h"
+#include "LibraryRoutes.h"
+#include "RegisterRoutes.h"
 #include "RequestGuard.h"
 #include "RequestLog.h"
 #include "Schema.h"
+#include "SignIn.h"
+#include "SignInCodes.h"
+#include "WallRoutes.h"
 
 #include <chrono>
 #include <cstdio>
@@ -83,7 +90,9 @@ void Service::start() {
     // In this order nothing is written while another service, perhaps an older one, holds the port.
     m_database = std::make_unique<Database>(m_options.dataDirectory);
     bindPort();
+    Schema::migrate(*m_database);
     openCollection();
+    openAccounts();
 
     m_listening = std::async(std::launch::async, [this] { return m_server.listen_after_bind(); });
     using namespace std::chrono_literals;
@@ -104,12 +113,24 @@ void Service::bindPort() {
 }
 
 void Service::openCollection() {
-    Schema::migrate(*m_database);
     CaseImport::run(*m_database, m_options.dataSet);
     m_options.dataSet.clear();
     m_cases = std::make_unique<CaseStore>(*m_database);
-    CatalogueRoutes::add(m_router, *m_cases,
-                         QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port));
+    CatalogueRoutes::add(m_router, *m_cases, origin());
+}
+
+QString Service::origin() const {
+    return QStringLiteral("http://%1:%2").arg(QLatin1String(address)).arg(m_port);
+}
+
+void Service::openAccounts() {
+    m_signIn = std::make_unique<SignIn>(*m_database, m_options.clock);
+    m_signInCodes = std::make_unique<SignInCodes>();
+    AccountRoutes::add(m_router, *m_database, *m_signIn, m_options.clock);
+    RegisterRoutes::add(m_router, *m_signIn);
+    BrowserRoutes::add(m_router, *m_signIn, *m_signInCodes, m_options.clock);
+    LibraryRoutes::add(m_router, *m_database);
+    WallRoutes::add(m_router, *m_database, *m_cases, origin(), m_options.clock);
 }
 
 void Service::stop() {

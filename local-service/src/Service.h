@@ -1,8 +1,10 @@
 #pragma once
 
+#include "Clock.h"
 #include "Router.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -11,6 +13,8 @@
 
 class CaseStore;
 class Database;
+class SignIn;
+class SignInCodes;
 
 struct ServiceOptions {
     QString dataDirectory;
@@ -18,6 +22,7 @@ struct ServiceOptions {
     int port = 0;
     /// The texts of the archives' data files.
     QList<QByteArray> dataSet;
+    Clock clock = QDateTime::currentMSecsSinceEpoch;
 };
 
 /// The service: database, routes and the HTTP server on 127.0.0.1. It may be started once.
@@ -43,6 +48,9 @@ private:
     void setUpServer();
     void bindPort();
     void openCollection();
+    void openAccounts();
+    /// The service's own address, from the binding of the port on.
+    QString origin() const;
     httplib::Server::HandlerResponse receive(const httplib::Request &request,
                                              httplib::Response &response) const;
     void answer(const httplib::Request &request, httplib::Response &response) const;
@@ -52,6 +60,8 @@ private:
     int m_port = 0;
     std::unique_ptr<Database> m_database;
     std::unique_ptr<CaseStore> m_cases;
+    std::unique_ptr<SignIn> m_signIn;
+    std::unique_ptr<SignInCodes> m_signInCodes;
     httplib::Server m_server;
     socket_t m_listener = -1;
     std::future<bool> m_listening;

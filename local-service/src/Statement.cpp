@@ -40,11 +40,13 @@ bool Statement::next() {
     return result == SQLITE_ROW;
 }
 
-void Statement::run() {
-    while (next()) {
-    }
+bool Statement::run() {
+    bool hasRow = false;
+    while (next())
+        hasRow = true;
     sqlite3_reset(m_handle);
     m_bound = 0;
+    return hasRow;
 }
 
 QString Statement::text(int column) const {

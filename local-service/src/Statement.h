@@ -22,8 +22,9 @@ public:
     /// Goes to the next row; false when there is none. Throws DatabaseError.
     bool next();
 
-    /// Runs the statement to its end and readies it for new values.
-    void run();
+    /// Runs the statement to its end and readies it for new values. Gives whether there was a row:
+    /// with RETURNING, whether anything was changed.
+    bool run();
 
     QString text(int column) const;
     QByteArray utf8(int column) const;

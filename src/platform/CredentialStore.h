@@ -17,8 +17,8 @@ public:
 
     enum class Outcome { done, notFound, failed };
 
-    /// Awaited once before the first use, off the main thread inside: it may ask the user to
-    /// unlock.
+    /// Awaited before the first use, and again wherever the user may want another chance to unlock.
+    /// Takes as long as the user does, off the main thread.
     [[nodiscard]] virtual Task<void> prepare() = 0;
 
     /// Absent when there is no such item or it cannot be read.

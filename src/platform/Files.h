@@ -31,6 +31,11 @@ public:
     /// loss of power. Only a plain file is ever replaced.
     virtual void writeAtomically(const QString &path, const QList<QByteArray> &pieces) = 0;
 
+    /// Takes the lock that goes by the name of this file, for as long as this object lives; the
+    /// file itself stays. False while another process has it. Where the system has no lock to give,
+    /// nobody is kept out. Throws nothing.
+    virtual bool lock(const QString &path) = 0;
+
     /// Lets nobody but this user read or write the file.
     virtual void setPrivate(const QString &path) = 0;
 };

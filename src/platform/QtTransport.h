@@ -14,6 +14,9 @@ public:
 
     [[nodiscard]] Task<HttpResponse> data(HttpRequest request, std::stop_token stop) override;
 
+    [[nodiscard]] Task<std::unique_ptr<ByteStream>> stream(HttpRequest request,
+                                                           std::stop_token stop) override;
+
     /// Replies above this size (bytes) fail: no service of ours sends so much.
     static constexpr qint64 maximumBody = 256 * 1024 * 1024;
 

@@ -21,8 +21,11 @@ Task<void> watched(std::function<Task<void>()> operation) {
 } // namespace
 
 void start(std::function<Task<void>()> operation) {
+    start(*QCoreApplication::instance(), std::move(operation));
+}
+
+void start(QObject &owner, std::function<Task<void>()> operation) {
     QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [operation = std::move(operation)]() mutable { watched(std::move(operation)); },
+        &owner, [operation = std::move(operation)]() mutable { watched(std::move(operation)); },
         Qt::QueuedConnection);
 }

@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <numeric>
 #include <optional>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -117,6 +118,11 @@ const FileCalls &FileCalls::system() {
     static const FileCalls calls{::mkdir,  ::chmod,     ::mkostemp, ::fchmod,
                                  ::writev, flushToDisk, ::rename};
     return calls;
+}
+
+SystemFiles::~SystemFiles() {
+    for (const int file : std::as_const(m_locks))
+        ::close(file);
 }
 
 QString SystemFiles::stateDirectory() {
@@ -260,6 +266,24 @@ void SystemFiles::flushDirectory(const QByteArray &path) const {
     // Some file systems have no such thing as a directory to flush.
     if (!flushed && errno != EINVAL && errno != ENOTSUP)
         failSystem();
+}
+
+bool SystemFiles::lock(const QString &path) {
+    if (m_locks.contains(path))
+        return true;
+    const auto name = QFile::encodeName(path);
+    const int file = repeatedly([&] {
+        return ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, privateFile);
+    });
+    if (file < 0)
+        return true;
+    const auto locking = repeatedly([&] { return ::flock(file, LOCK_EX | LOCK_NB); });
+    if (locking != 0 && errno == EWOULDBLOCK) {
+        ::close(file);
+        return false;
+    }
+    m_locks.insert(path, file);
+    return true;
 }
 
 void SystemFiles::setPrivate(const QString &path) {

@@ -2,6 +2,8 @@
 
 #include "platform/Files.h"
 
+#include <QHash>
+
 #include <sys/types.h>
 #include <sys/uio.h>
 
@@ -22,6 +24,8 @@ struct FileCalls {
 class SystemFiles final : public Files {
 public:
     explicit SystemFiles(const FileCalls &calls = FileCalls::system()) : m_calls(calls) {}
+    ~SystemFiles() override;
+    Q_DISABLE_COPY_MOVE(SystemFiles)
 
     /// The directory for what programs of this user remember between starts. Not created.
     static QString stateDirectory();
@@ -31,6 +35,7 @@ public:
     bool exists(const QString &path) override;
     QByteArray read(const QString &path) override;
     void writeAtomically(const QString &path, const QList<QByteArray> &pieces) override;
+    bool lock(const QString &path) override;
     void setPrivate(const QString &path) override;
 
 private:
@@ -38,4 +43,7 @@ private:
     void flushDirectory(const QByteArray &path) const;
 
     FileCalls m_calls;
+    /// The open file of each lock that is held. The system takes a lock back with its file, also
+    /// from a process that crashed.
+    QHash<QString, int> m_locks;
 };

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/ByteStream.h"
 #include "platform/Task.h"
 
 #include <QByteArray>
 #include <QUrl>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <utility>
@@ -38,4 +40,10 @@ public:
     /// that was used before. Throws URLError when there is no whole reply, CancellationError once
     /// `stop` was requested. Called and resumed on the main thread.
     [[nodiscard]] virtual Task<HttpResponse> data(HttpRequest request, std::stop_token stop) = 0;
+
+    /// The reply as soon as its head has arrived, whatever its status, on a connection of its own.
+    ///
+    /// Follows no redirect; otherwise the rules of data(). `stop` ends the reading as well.
+    [[nodiscard]] virtual Task<std::unique_ptr<ByteStream>> stream(HttpRequest request,
+                                                                   std::stop_token stop) = 0;
 };

@@ -1,7 +1,108 @@
 #include "records/Wall.h"
 
 #include "records/ArchiveStyle.h"
+#include "records/Conversation.h"
 #include "records/Json.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+
+SavedCase savedCase(const CaseCard &card, const QList<SavedCase> &prior) {
+    for (const auto &pinned : prior) {
+        if (pinned.archive == card.archive && pinned.id == card.id)
+            return pinned;
+    }
+    SavedCase result;
+    result.archive = card.archive;
+    result.id = card.id;
+    result.title = card.title;
+    result.org = card.org;
+    result.year = card.era;
+    result.note = card.note.value_or(card.summary);
+    result.strong = card.strong.value_or(true);
+    result.key = card.accessKey;
+    return result;
+}
+
+CaseCard caseCard(const SavedCase &saved) {
+    CaseCard card;
+    card.id = saved.id;
+    card.key = saved.archive + QLatin1Char(':') + saved.id;
+    card.archive = saved.archive;
+    card.title = saved.title;
+    card.summary = saved.note.value_or(QString());
+    card.era = saved.year.value_or(QString());
+    card.locale = QStringLiteral("en");
+    card.strong = saved.strong;
+    card.note = saved.note;
+    card.accessKey = saved.key;
+    card.org = saved.org;
+    return card;
+}
+
+ChatMessage message(const QString &role, const QString &content) {
+    ChatMessage result;
+    result.role = role;
+    result.content = content;
+    return result;
+}
+
+const QString user = QStringLiteral("user");
+const QString assistant = QStringLiteral("assistant");
+
+} // namespace
+
+SavedChat SavedChat::snapshot(const Conversation &conversation, const QStringList &archives,
+                              const std::optional<SavedChat> &prior) {
+    SavedChat chat;
+    chat.id = conversation.wallID;
+    chat.lit = archives.isEmpty() ? ArchiveStyle::ids() : archives;
+    if (!archives.isEmpty())
+        std::sort(chat.lit.begin(), chat.lit.end());
+    if (prior)
+        chat.savedAt = prior->savedAt;
+
+    QSet<QString> cited;
+    for (const auto &entry : conversation.messages) {
+        for (const auto &card : entry.references) {
+            if (cited.contains(card.key))
+                continue;
+            cited.insert(card.key);
+            chat.cases.append(savedCase(card, prior ? prior->cases : QList<SavedCase>()));
+        }
+    }
+
+    const auto &messages = conversation.messages;
+    const auto question =
+        std::find_if(messages.begin(), messages.end(),
+                     [](const ChatMessage &candidate) { return candidate.role == user; });
+    chat.question = question == messages.end() ? conversation.title : question->content;
+    for (qsizetype at = 1; at < messages.size(); ++at) {
+        if (!messages[at].content.isEmpty())
+            chat.turns.append({messages[at].role, messages[at].content});
+    }
+    return chat;
+}
+
+Conversation SavedChat::conversation() const {
+    Conversation result;
+    result.title = question;
+    result.archives = lit;
+    result.wallID = id;
+    result.messages.append(message(user, question));
+    if (!cases.isEmpty()) {
+        auto evidence = message(assistant, {});
+        for (const auto &saved : cases)
+            evidence.references.append(caseCard(saved));
+        result.messages.append(evidence);
+    }
+    for (const auto &turn : turns)
+        result.messages.append(message(turn.role, turn.content));
+    return result;
+}
 
 std::optional<QString> WallItem::archiveID() const {
     if (!site)

@@ -2,7 +2,11 @@
 
 #include "records/Catalogue.h"
 
+#include <QStringList>
+
 #include <optional>
+
+struct Conversation;
 
 /// One cited case inside a saved chat.
 struct SavedCase {
@@ -40,6 +44,14 @@ struct SavedChat {
     QList<SavedTurn> turns;
     /// The wall item's `createdAt`; absent before the first pin.
     std::optional<qint64> savedAt;
+
+    /// The text of a conversation to be pinned, limited to the given archives (none: all of them).
+    /// `prior` is what the wall holds of it: its cases stay as they were pinned while cited.
+    static SavedChat snapshot(const Conversation &conversation, const QStringList &archives,
+                              const std::optional<SavedChat> &prior);
+
+    /// The way back: a new conversation with ids of its own. Its date is left at nothing.
+    Conversation conversation() const;
 
     bool operator==(const SavedChat &) const = default;
 };

@@ -55,5 +55,15 @@ Window {
         onActivated: Qt.quit()
     }
 
-    Component.onCompleted: store.beginConnect()
+    // The keyring and the network wait until the window can be seen.
+    Connections {
+        id: firstFrame
+
+        target: window
+
+        function onFrameSwapped() {
+            firstFrame.enabled = false;
+            window.store.beginConnect();
+        }
+    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "copy/Words.h"
+#include "records/Account.h"
 #include "records/Catalogue.h"
 #include "store/AppStore.h"
 
@@ -31,4 +32,22 @@ struct HealthForQml {
     Q_GADGET
     QML_FOREIGN(Health)
     QML_VALUE_TYPE(health)
+};
+
+struct AppUserForQml {
+    Q_GADGET
+    QML_FOREIGN(AppUser)
+    QML_VALUE_TYPE(appUser)
+};
+
+struct AccountForQml {
+    Q_GADGET
+    QML_FOREIGN(Account)
+    QML_VALUE_TYPE(account)
+};
+
+struct QuotaForQml {
+    Q_GADGET
+    QML_FOREIGN(Quota)
+    QML_VALUE_TYPE(quota)
 };

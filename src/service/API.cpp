@@ -36,17 +36,6 @@ bool isThisMachine(QStringView host) {
            host == QLatin1String("::1") || host == QLatin1String("[::1]");
 }
 
-ServiceError failure(const HttpResponse &response) {
-    ServiceError error;
-    try {
-        error = Json::decode<ServiceError>(response.body);
-    } catch (const DecodingError &) {
-        error.error = QStringLiteral("http_%1").arg(response.status);
-    }
-    error.status = response.status;
-    return error;
-}
-
 } // namespace
 
 std::optional<QString> API::validBase(const QString &value) {
@@ -98,6 +87,17 @@ HttpRequest API::request(const QString &path, const QByteArray &method,
 
 QByteArray API::encoded(const QJsonObject &json) {
     return QJsonDocument(json).toJson(QJsonDocument::Compact);
+}
+
+ServiceError API::failure(const HttpResponse &response) {
+    ServiceError error;
+    try {
+        error = Json::decode<ServiceError>(response.body);
+    } catch (const DecodingError &) {
+        error.error = QStringLiteral("http_%1").arg(response.status);
+    }
+    error.status = response.status;
+    return error;
 }
 
 Task<QByteArray> API::successfulBody(Transport &transport, HttpRequest request,

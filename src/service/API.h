@@ -3,7 +3,9 @@
 #include "platform/CancellationError.h"
 #include "platform/Task.h"
 #include "platform/Transport.h"
+#include "records/Conversation.h"
 #include "records/Json.h"
+#include "records/Library.h"
 
 #include <QFuture>
 #include <QJsonObject>
@@ -19,6 +21,8 @@
 #include <utility>
 #include <variant>
 #include <vector>
+
+class ServiceError;
 
 struct QueryItem {
     QString key;
@@ -75,7 +79,36 @@ public:
         return call<Record>(*m_transport, std::move(request), std::move(stop));
     }
 
+    /// The largest body of a synchronisation, in bytes.
+    static constexpr qsizetype largestUpload = 1'000'000;
+
+    /// Sends queued changes, of which there may be none, and gives the account's whole library.
+    /// Throws a ServiceError "library_too_large", without a request, for too large a body.
+    [[nodiscard]] Task<LibraryReply> syncLibrary(QList<LibraryChange> changes,
+                                                 std::stop_token stop) const {
+        return syncLibrary(*this, std::move(changes), std::move(stop));
+    }
+
+    /// The request of one chat run. The question goes alone; along with it go the last 8 of the
+    /// earlier messages, and the cases of the last one that cites any.
+    HttpRequest chatRequest(const QString &question, const QStringList &archives,
+                            const QString &locale, const QList<ChatMessage> &messages) const;
+
+    /// Sends that request and gives the body of its reply, a line of JSON for each ChatEvent, still
+    /// open and unread. One request is one run: nothing is repeated. Where the status is not one of
+    /// success, a ServiceError carries it.
+    [[nodiscard]] Task<std::unique_ptr<ByteStream>> stream(QString question, QStringList archives,
+                                                           QString locale,
+                                                           QList<ChatMessage> messages,
+                                                           std::stop_token stop) const {
+        return openStream(*m_transport, chatRequest(question, archives, locale, messages),
+                          std::move(stop));
+    }
+
 private:
+    static Task<LibraryReply> syncLibrary(API api, QList<LibraryChange> changes,
+                                          std::stop_token stop);
+
     /// Static, and with its own copies, because it outlives the value that it was called on.
     template <class Record>
     static Task<Record> call(Transport &transport, HttpRequest request, std::stop_token stop) {
@@ -103,6 +136,10 @@ private:
 
     static Task<QByteArray> successfulBody(Transport &transport, HttpRequest request,
                                            std::stop_token stop);
+    static Task<std::unique_ptr<ByteStream>> openStream(Transport &transport, HttpRequest request,
+                                                        std::stop_token stop);
+    /// What a reply with a status of failure means.
+    static ServiceError failure(const HttpResponse &response);
     static QByteArray encoded(const QJsonObject &json);
 
     QString m_base;

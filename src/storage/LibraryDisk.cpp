@@ -6,6 +6,18 @@
 
 #include <QCryptographicHash>
 
+namespace {
+
+/// Sees to the directory.
+QString directory(Files &files) {
+    const auto path = files.baseDirectory() + QLatin1Char('/') +
+                      LibraryDisk::directoryName(QLatin1String(BuildSettings::bundleId));
+    files.makePrivateDirectory(path);
+    return path;
+}
+
+} // namespace
+
 QString LibraryDisk::directoryName(const QString &bundleIdentifier) {
     return bundleIdentifier == QLatin1String("chat.quillmere.mac")
                ? QStringLiteral("Quillmere")
@@ -19,10 +31,11 @@ QString LibraryDisk::key(const QString &server, const std::optional<QString> &us
 }
 
 QString LibraryDisk::file(Files &files, const QString &key) {
-    const auto directory = files.baseDirectory() + QLatin1Char('/') +
-                           directoryName(QLatin1String(BuildSettings::bundleId));
-    files.makePrivateDirectory(directory);
-    return directory + QLatin1Char('/') + key + QLatin1String(".json");
+    return directory(files) + QLatin1Char('/') + key + QLatin1String(".json");
+}
+
+bool LibraryDisk::claim(Files &files) {
+    return files.lock(directory(files) + QLatin1String("/library.lock"));
 }
 
 LocalLibrary LibraryDisk::load(Files &files, const QString &key) {

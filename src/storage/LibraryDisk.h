@@ -24,6 +24,10 @@ QString key(const QString &server, const std::optional<QString> &user);
 /// Where the library of the key lies. Sees to its directory; throws FileError when that fails.
 QString file(Files &files, const QString &key);
 
+/// Takes all libraries of this machine's user for this process, for as long as `files` lives; false
+/// while another process has them. Throws FileError.
+bool claim(Files &files);
+
 /// An empty library where there is no file. Throws FileError and DecodingError.
 LocalLibrary load(Files &files, const QString &key);
 

@@ -28,12 +28,20 @@ AppStore::AppStore(Platform platform, QObject *parent)
     : QObject(parent),
       m_platform(platform),
       m_baseString(initialBase(platform.preferences)),
-      m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))) {
+      m_language(AppLanguages::saved(platform.preferences.value(QStringLiteral("uiLanguage")))),
+      m_growth(platform.clock, [this] {
+          const auto last = m_chat.messages.size() - 1;
+          m_messages.setItem(last, m_chat.messages[last], {MessageModel::content});
+      }) {
     m_chat.title = QStringLiteral("New conversation");
     m_chat.updatedAt = Date::from(platform.clock.now());
     QObject::connect(this, &AppStore::baseStringChanged, this, &AppStore::libraryKeyChanged);
     QObject::connect(this, &AppStore::accountChanged, this, &AppStore::libraryKeyChanged);
     QObject::connect(this, &AppStore::languageChanged, this, &AppStore::wordsChanged);
+}
+
+AppStore::~AppStore() {
+    m_chatStop.request_stop();
 }
 
 double AppStore::archiveTotal() const {
@@ -115,6 +123,13 @@ QString AppStore::requestBase() const {
 API AppStore::api() const {
     auto token = m_account ? TokenVault::read(m_platform.credentials, m_baseString) : std::nullopt;
     return API(requestBase(), std::move(token), m_platform.transport);
+}
+
+void AppStore::setArchives(const QList<Archive> &archives) {
+    if (m_archives.items() == archives)
+        return;
+    m_archives.setItems(archives);
+    Q_EMIT archivesChanged();
 }
 
 void AppStore::setAccount(const std::optional<Account> &account) {

@@ -1,4 +1,5 @@
 // The library of the current server and user: in from its file, and out again.
+#include "platform/Start.h"
 #include "storage/LibraryDisk.h"
 #include "store/AppStore.h"
 #include "sync/LibrarySync.h"
@@ -33,22 +34,38 @@ void AppStore::loadLibrary() {
     publish(m_requestedCases, {}, &AppStore::requestedCasesChanged);
     publish(m_requestingCases, {}, &AppStore::requestingCasesChanged);
 
+    if (m_account)
+        start(*this, [this] { return refreshWallAndQuota(); });
+
     std::optional<LocalLibrary> library;
+    bool claimed = false;
     try {
+        // Claimed first: what another process writes until it ends is in the file by then.
+        claimed = LibraryDisk::claim(m_platform.files);
         library = LibraryDisk::load(m_platform.files, libraryKey());
     } catch (...) {
         // Whatever the reason, the file stays and nothing is written over it.
     }
     if (library && m_account)
         LibrarySync::prepare(*library);
-    m_libraryWritable = library.has_value();
+    m_libraryLoaded = true;
+    m_libraryWritable = library && claimed;
     setLibrary(library.value_or(LocalLibrary()));
     if (!library)
         setNotice(unreadable);
+    else if (!claimed)
+        setNotice(text(QStringLiteral("libraryInUse")));
     else if (m_account)
         persist();
     else
         publish(m_syncStatus, guestStatus, &AppStore::syncStatusChanged);
+}
+
+Task<void> AppStore::refreshWallAndQuota() {
+    auto refreshingWall = refreshWall();
+    co_await refreshingWall;
+    auto refreshingQuota = refreshQuota();
+    co_await refreshingQuota;
 }
 
 void AppStore::persist() {
@@ -60,5 +77,7 @@ void AppStore::persist() {
         LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, libraryKey());
     } catch (...) {
         setNotice(notSaved + describe(std::current_exception()));
+        return;
     }
+    scheduleSync();
 }

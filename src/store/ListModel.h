@@ -33,6 +33,13 @@ public:
             removeRowsOf(items.size(), m_items.size());
     }
 
+    /// Replaces the record of one row, of which only these roles differ; none named means all.
+    void setItem(qsizetype at, const Record &record, const QList<int> &roles = {}) {
+        m_items[at] = record;
+        const auto row = index(static_cast<int>(at));
+        Q_EMIT dataChanged(row, row, roles);
+    }
+
 protected:
     virtual QString identity(const Record &record) const = 0;
     virtual QVariant value(const Record &record, int role) const = 0;

@@ -24,4 +24,11 @@ void enqueueConversation(const Conversation &conversation, std::optional<qint64>
 /// Queues the removal; the list of conversations is left alone.
 void deleteConversation(const Conversation &conversation, LocalLibrary &library);
 
+/// Rebuilds the library from the service's reply, with what is still queued laid over it: nothing
+/// else that this machine holds survives, except the pin of a conversation. `sent` is the batch
+/// that the reply answers; what was edited meanwhile is carried onto the service's new versions.
+/// Saved cards end up by title in the system's order, conversations newest first. Where a reply
+/// names one item twice, the later record counts. Takes time in proportion to the library.
+void reconcile(const LibraryReply &reply, const QList<LibraryChange> &sent, LocalLibrary &library);
+
 } // namespace LibrarySync

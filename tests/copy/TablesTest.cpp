@@ -36,7 +36,7 @@ seeAlsoDefault service serviceHelp settings shareCase sort sort.recent sort.sign
 sort.year sources stop subscribeYearly subTitle syncDone syncNow syncPending syncSigned
 tab.account tab.archives tab.ask tab.wall terms tesselAccount tesselBody updateNow upToDate
 wallCases wallChatKind wallConversations wallLedeChats wallTitle years you
-decodingError newWindow closeWindow quit
+decodingError libraryInUse newWindow closeWindow quit
 )";
 
 const Copy::Table &english() {

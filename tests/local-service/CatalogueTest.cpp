@@ -20,7 +20,7 @@ TEST(Catalogue, TellsHealthAndArchives) {
     EXPECT_TRUE(health.ok);
     EXPECT_EQ(health.environment, QStringLiteral("local"));
     EXPECT_EQ(health.chatMode, QStringLiteral("evidence-preview"));
-    EXPECT_EQ(health.accountUrl, origin + QStringLiteral("/account"));
+    EXPECT_EQ(health.accountUrl, origin);
     EXPECT_EQ(health.total, 7);
 
     const auto archives = running.read<Items<Archive>>("/v1/archives?locale=de").items;

@@ -81,7 +81,8 @@ TEST_F(ServiceDatabase, IsNobodyElsesToRead) {
 
 TEST_F(ServiceDatabase, IsFilledOnceAndAnewOnlyForOtherData) {
     EXPECT_EQ(startOnce(), 7);
-    execute("CREATE TABLE accounts (name TEXT); INSERT INTO accounts VALUES ('kept');"
+    execute("INSERT INTO accounts (id, handle, foldedHandle, password)"
+            " VALUES ('1', 'Kept', 'kept', '');"
             "UPDATE cases SET significance = 99");
     const auto filled = contents(file());
 
@@ -94,7 +95,7 @@ TEST_F(ServiceDatabase, IsFilledOnceAndAnewOnlyForOtherData) {
     EXPECT_EQ(startOnce(largerSampleCases()), 8);
     EXPECT_EQ(number("SELECT count(*) FROM cases WHERE significance = 99"), 0);
     EXPECT_EQ(number("SELECT count(*) FROM case_words WHERE case_words MATCH 'lantern'"), 5);
-    EXPECT_EQ(number("SELECT count(*) FROM accounts WHERE name = 'kept'"), 1);
+    EXPECT_EQ(number("SELECT count(*) FROM accounts WHERE handle = 'Kept'"), 1);
 
     // Data that cannot be read: what was there stays.
     auto broken = sampleCases();

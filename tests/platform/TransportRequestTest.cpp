@@ -102,6 +102,12 @@ TEST_F(TransportRequest, everyStatusIsAReplyWithItsBody) {
             EXPECT_EQ(response.body, "{\"error\":\"x\"}");
         }
     }
+    // Some replies end where the connection does.
+    for (const auto *head :
+         {"HTTP/1.0 200 OK\r\n\r\n", "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"}) {
+        service.expect("POST", u"/x"_s, ScriptedAnswer::raw(QByteArray(head) + "to the end"));
+        EXPECT_EQ(response(postPath(u"/x"_s)).body, "to the end");
+    }
     service.expect("POST", u"/empty"_s, ScriptedAnswer::reply(204));
     EXPECT_EQ(ending(postPath(u"/empty"_s, {})), "204");
     EXPECT_EQ(service.requests().back().body, QByteArray());

@@ -116,6 +116,19 @@ protected:
 
 } // namespace
 
+TEST_F(SystemFilesTest, aLockIsHeldUntilItsHolderEnds) {
+    {
+        SystemFiles holder;
+        EXPECT_TRUE(holder.lock(path));
+        EXPECT_TRUE(holder.lock(path));
+        EXPECT_FALSE(files.lock(path));
+        EXPECT_TRUE(files.lock(path + u"2"_s));
+    }
+    EXPECT_TRUE(files.lock(path));
+    EXPECT_TRUE(files.lock(directory + u"/no such folder/lock"_s)) << "nobody is kept out";
+    EXPECT_TRUE(QFileInfo::exists(path));
+}
+
 TEST_F(SystemFilesTest, filesArePrivateWhateverTheUmaskAndWhateverWasThere) {
     for (const mode_t mask : {0000, 0022, 0077, 0777}) {
         const UmaskGuard guard(mask);

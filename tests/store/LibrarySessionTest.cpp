@@ -1,17 +1,11 @@
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
-#include "store/AppStore.h"
 #include "sync/LibrarySync.h"
 #include "tests/store/SampleCatalogue.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/store/StoreTest.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +20,7 @@ const QByteArray unsynchronised =
     R"({"saved":[{"id":"1","key":"foible:1","archive":"foible","title":"A bridge","summary":"",)"
     R"("category":"","era":"","locale":"en"}],"conversations":[]})";
 
-class LibrarySession : public testing::Test {
+class LibrarySession : public StoreTest {
 protected:
     QString path(const std::optional<QString> &user) {
         return LibraryDisk::file(system.files, LibraryDisk::key(store.baseString(), user));
@@ -39,9 +33,6 @@ protected:
         store.persist();
         return card;
     }
-
-    TestPlatform<FakeTransport> system;
-    AppStore store{system.platform()};
 };
 
 } // namespace
@@ -144,6 +135,24 @@ TEST_F(LibrarySession, anUnreadableFilePausesSavingUntilALoadSucceeds) {
     }
 }
 
+TEST_F(LibrarySession, aLibraryThatAnotherProcessHasIsShownButNotSaved) {
+    for (const auto &user : {std::optional<QString>(), std::optional(u"user"_s)}) {
+        StoreAccess::setAccount(store, user);
+        system.files.contents()[path(user)] = unsynchronised;
+        system.files.holdLocks(true);
+        store.loadLibrary();
+        EXPECT_TRUE(store.noticeText().startsWith(u"Another running copy"_s));
+        EXPECT_EQ(store.library().saved.size(), 1);
+        toggleSomething();
+        EXPECT_EQ(store.notice(), paused);
+        EXPECT_EQ(system.files.contents()[path(user)], unsynchronised);
+        system.files.holdLocks(false);
+        store.loadLibrary();
+        toggleSomething();
+        EXPECT_EQ(LibraryDisk::load(system.files, store.libraryKey()).saved.size(), 2);
+    }
+}
+
 TEST_F(LibrarySession, aFailedSaveTellsWhyAndTheNextOneTriesEverythingAgain) {
     store.loadLibrary();
     system.files.failWrites(FileError::Code::noSpace);
@@ -181,10 +190,10 @@ TEST_F(LibrarySession, aLibraryThatCannotBeSavedOnLoadIsInMemoryAllTheSame) {
 TEST_F(LibrarySession, connectBringsInTheGuestLibraryWhetherOrNotTheServiceAnswers) {
     system.files.contents()[path(std::nullopt)] = unsynchronised;
     for (const bool answered : {true, false}) {
-        StoreAccess::library(store) = {};
         store.beginConnect();
         ASSERT_TRUE(eventually([&] { return system.transport.waiting(u"/v1/archives"_s) == 1; }));
-        EXPECT_TRUE(store.library().saved.isEmpty());
+        EXPECT_EQ(store.library().saved.size(), 1) << "the first time, before anything else";
+        StoreAccess::library(store) = {};
         if (answered) {
             system.transport.answer(u"/v1/health"_s, 200, SampleCatalogue::healthBody());
             system.transport.answer(u"/v1/archives"_s, 200, SampleCatalogue::archivesBody());
@@ -211,6 +220,7 @@ TEST_F(LibrarySession, aConnectThatWasOutlivedLoadsNothing) {
     for (const bool answered : {true, false}) {
         store.beginConnect();
         ASSERT_TRUE(eventually([&] { return system.transport.waiting(u"/v1/archives"_s) == 1; }));
+        StoreAccess::library(store) = {};
         store.replaceGeneration();
         if (answered) {
             system.transport.answer(u"/v1/health"_s, 200, SampleCatalogue::healthBody());

@@ -25,8 +25,8 @@ bool eventually(const std::function<bool()> &condition, std::chrono::millisecond
 }
 
 void settleEventLoop() {
-    // Twice: what the first round did may have made something due.
-    for (int round = 0; round < 2; ++round) {
+    // What a round did may have made something due.
+    for (int round = 0; round < 8; ++round) {
         QEventLoop loop;
         QTimer::singleShot(0, &loop, &QEventLoop::quit);
         loop.exec();

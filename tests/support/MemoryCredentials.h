@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Completion.h"
 #include "platform/CredentialStore.h"
 
 #include <QHash>
@@ -12,7 +13,12 @@ class MemoryCredentials final : public CredentialStore {
 public:
     [[nodiscard]] Task<void> prepare() override {
         m_calls.append(QStringLiteral("prepare"));
-        co_return;
+        if (!m_locked)
+            co_return;
+        const Completion<bool> unlocking;
+        m_unlocking.append(unlocking);
+        auto waiting = unlocking.result();
+        co_await waiting;
     }
 
     std::optional<QByteArray> find(const QString &service, const QString &account) override {
@@ -38,12 +44,22 @@ public:
     QHash<std::pair<QString, QString>, QByteArray> &secrets() { return m_secrets; }
     const QStringList &calls() const { return m_calls; }
 
-    void failRemovals() { m_removalFails = true; }
-    void failAdditions() { m_additionFails = true; }
+    void failRemovals(bool fail = true) { m_removalFails = fail; }
+    void failAdditions(bool fail = true) { m_additionFails = fail; }
+
+    /// As if the keyring asked for its password, and nobody answered yet.
+    void lock() { m_locked = true; }
+    void unlock() {
+        m_locked = false;
+        for (auto &waiting : std::exchange(m_unlocking, {}))
+            waiting.succeed(true);
+    }
 
 private:
     QHash<std::pair<QString, QString>, QByteArray> m_secrets;
     QStringList m_calls;
+    QList<Completion<bool>> m_unlocking;
+    bool m_locked = false;
     bool m_removalFails = false;
     bool m_additionFails = false;
 };

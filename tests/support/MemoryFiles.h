@@ -27,6 +27,7 @@ public:
         m_contents[path] = pieces.join();
         m_written.append(path);
     }
+    bool lock(const QString &) override { return !m_locked; }
     void setPrivate(const QString &) override {
         if (m_privacyFailure)
             throw FileError(*m_privacyFailure);
@@ -36,6 +37,9 @@ public:
     /// The path of every write so far, in order.
     const QList<QString> &written() const { return m_written; }
 
+    /// As if another process had every lock.
+    void holdLocks(bool held) { m_locked = held; }
+
     using Failure = std::optional<FileError::Code>;
     void failReads(Failure failure) { m_readFailure = failure; }
     void failWrites(Failure failure) { m_writeFailure = failure; }
@@ -44,6 +48,7 @@ public:
 private:
     QHash<QString, QByteArray> m_contents;
     QList<QString> m_written;
+    bool m_locked = false;
     Failure m_readFailure;
     Failure m_writeFailure;
     Failure m_privacyFailure;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Session.h"
+
+#include "records/Account.h"
+
+class Database;
+
+/// How many questions an account may ask. The count begins anew at every midnight UTC; `now` is in
+/// milliseconds since 1970.
+namespace QuestionQuota {
+
+inline constexpr qint64 questionsPerDay = 50;
+
+Quota read(Database &database, const Session &session, qint64 now);
+
+/// `account` is the number of a Session, here and below.
+qint64 questionsLeft(Database &database, qint64 account, qint64 now);
+
+/// Counts a question; false when none is left, and then nothing is counted.
+bool recordQuestion(Database &database, qint64 account, qint64 now);
+
+} // namespace QuestionQuota

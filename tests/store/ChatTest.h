@@ -1,0 +1,105 @@
+#pragma once
+
+#include "service/Endpoints.h"
+#include "tests/store/StoreTest.h"
+
+#include <algorithm>
+#include <memory>
+
+/// A signed-in store whose questions the test answers.
+class ChatTest : public testing::Test {
+protected:
+    static inline const QString wallPath = QStringLiteral("/v1/wall");
+    static inline const QString quotaPath = QStringLiteral("/v1/account/quota");
+
+    ChatTest() {
+        system.transport.always(wallPath, HttpResponse{200, R"({"items":[]})"});
+        system.transport.always(quotaPath, HttpResponse{200, R"({"plan":"free","used":1})"});
+        signIn(QStringLiteral("user"));
+    }
+    ~ChatTest() override {
+        if (m_store)
+            endAll(*m_store, system);
+        m_store.reset();
+        // What waited for the store ends in a turn of its own.
+        settleEventLoop();
+    }
+    Q_DISABLE_COPY_MOVE(ChatTest)
+
+    AppStore &store() { return *m_store; }
+    /// Only an answer may be under way.
+    void dropStore() {
+        StoreAccess::cancelSync(*m_store);
+        settleEventLoop();
+        m_store.reset();
+    }
+
+    void signIn(const std::optional<QString> &user) {
+        StoreAccess::setAccount(*m_store, user);
+        StoreAccess::holdSync(*m_store);
+        m_store->loadLibrary();
+        settleEventLoop();
+    }
+
+    bool waitsForAnswer() {
+        return eventually([this] { return system.transport.waiting(path()) > 0; });
+    }
+
+    /// Asks, and answers with a head.
+    std::shared_ptr<FakeBody> ask(const QString &question, const QList<CaseCard> &evidence = {}) {
+        m_store->startChat(question, evidence);
+        EXPECT_TRUE(waitsForAnswer());
+        return system.transport.answerHead(path());
+    }
+
+    /// Asks and lets the whole answer through.
+    void askAndReceive(const QString &question, const QByteArray &answer) {
+        const auto body = ask(question);
+        body->send(delta(answer) + done());
+        body->end();
+        EXPECT_TRUE(eventually([this] { return !m_store->isChatting(); }));
+    }
+
+    static QByteArray delta(const QByteArray &text) {
+        return R"({"type":"delta","text":")" + text + "\"}\n";
+    }
+    static QByteArray done() { return "{\"type\":\"done\"}\n"; }
+    static QByteArray card(const QByteArray &id) {
+        return R"({"id":")" + id + R"(","key":"foible:)" + id +
+               R"(","archive":"foible","title":"T","summary":"S","category":"","era":"1900",)"
+               R"("locale":"en"})";
+    }
+
+    const ChatMessage &answer() const { return m_store->chat().messages.last(); }
+
+    /// How many requests there were, those of the wall and the quota left out.
+    qsizetype asked() const {
+        const auto &requests = system.transport.requests();
+        return std::count_if(requests.begin(), requests.end(), [](const HttpRequest &request) {
+            return request.url.path() != wallPath && request.url.path() != quotaPath;
+        });
+    }
+
+    /// The request bodies of all runs so far.
+    QByteArray lastBody() const {
+        const auto &requests = system.transport.requests();
+        const auto last =
+            std::find_if(requests.rbegin(), requests.rend(),
+                         [](const HttpRequest &request) { return bool(request.body); });
+        return *last->body;
+    }
+
+    QList<LibraryChange> pending() const { return m_store->library().sync.value().pending; }
+
+    void setVersion(const Conversation &conversation, qint64 version) {
+        StoreAccess::library(*m_store)
+            .sync->versions[QLatin1String("conversation|") + conversation.id.text] = version;
+    }
+
+    static QString path() { return QLatin1Char('/') + QString(Endpoint::chatRuns); }
+
+    TestPlatform<FakeTransport> system;
+
+private:
+    std::unique_ptr<AppStore> m_store = std::make_unique<AppStore>(system.platform());
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "store/AppStore.h"
+#include "tests/store/StoreAccess.h"
+#include "tests/support/Await.h"
+#include "tests/support/FakeTransport.h"
+#include "tests/support/TestPlatform.h"
+
+#include <gtest/gtest.h>
+
+/// Ends what is under way, before the store goes.
+inline void endAll(AppStore &store, TestPlatform<FakeTransport> &system) {
+    StoreAccess::cancelSync(store);
+    settleEventLoop();
+    while (system.transport.abandon() || system.clock.sleepers() > 0) {
+        system.clock.advance(std::chrono::hours(1));
+        settleEventLoop();
+    }
+}
+
+/// A store on a whole system that the test drives.
+class StoreTest : public testing::Test {
+protected:
+    void TearDown() override { endAll(store, system); }
+
+    TestPlatform<FakeTransport> system;
+    AppStore store{system.platform()};
+};
