@@ -1,5 +1,6 @@
 #include "BuildSettings.h"
 #include "app/Renderer.h"
+#include "app/WindowMemory.h"
 #include "app/WindowOpener.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/DesktopBrowser.h"
@@ -48,8 +49,8 @@ int main(int argc, char **argv) {
     DesktopBrowser browser;
     DesktopAppearance desktop;
     SystemFiles files;
-    DesktopCredentialStore credentials(files, SystemFiles::stateDirectory() + u'/' + ownName,
-                                       QStringLiteral("Quillmere"));
+    const auto ownState = SystemFiles::stateDirectory() + u'/' + ownName;
+    DesktopCredentialStore credentials(files, ownState, QStringLiteral("Quillmere"));
     const Platform platform{transport, preferences, clock, browser, desktop, files, credentials};
 
     const Appearance appearance(preferences, desktop);
@@ -61,7 +62,9 @@ int main(int argc, char **argv) {
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolImages);
     QObject::connect(&engine, &QQmlEngine::quit, &application, &QGuiApplication::quit);
 
+    WindowMemory memory(files, ownState);
     WindowOpener windows(engine, store);
+    windows.remember(memory);
     if (!windows.open())
         return 1;
     QTimer::singleShot(0, &desktop, &DesktopAppearance::follow);

@@ -1,0 +1,31 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Quillmere.Presentation
+
+// The help text of a control, under it while the pointer rests there.
+T.ToolTip {
+    id: tip
+
+    x: parent ? (parent.width - width) / 2 : 0
+    y: parent ? parent.height + 6 : 0
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: 10
+    verticalPadding: 6
+    margins: 6
+    delay: 600
+
+    contentItem: TextLabel {
+        text: tip.text
+        font: Fonts.face.mono(Fonts.label)
+        color: Ink.onPaper
+        Accessible.ignored: true
+    }
+
+    background: Rectangle {
+        radius: 6
+        color: Ink.paper
+    }
+}
