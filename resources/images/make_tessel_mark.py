@@ -196,11 +196,13 @@ def png(shapes: list[Shape], size: int) -> bytes:
                     above = (*(channel * amount for channel in colour), amount)
                     pixels[row][column] = tuple(above[i] + below[i] * (1 - amount) for i in range(4))
 
+    # What is clear has the colour of the ground: a reader that shrinks the picture mixes it in.
+    clear = bytes.fromhex(PAPER[1:])
     data = bytearray()
     for row in pixels:
         data.append(0)
         for *channels, alpha in row:
-            data += bytes(round(channel / alpha) if alpha else 0 for channel in channels)
+            data += bytes(round(channel / alpha) for channel in channels) if alpha else clear
             data.append(round(min(alpha, 1.0) * 255))
 
     def chunk(kind: bytes, content: bytes) -> bytes:
@@ -229,7 +231,7 @@ def main() -> None:
         shapes = [ground(0, 0.22 * SIZE), *mosaic()]
         write(folder / "tessel-mark.svg", svg(shapes).encode())
         # Twice the largest size on screen: a larger picture only costs time at start-up.
-    write(folder / "tessel-mark.png", png(shapes, MARK_SIZE))
+        write(folder / "tessel-mark.png", png(shapes, MARK_SIZE))
 
 
 if __name__ == "__main__":

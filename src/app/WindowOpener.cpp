@@ -1,11 +1,23 @@
 #include "app/WindowOpener.h"
 
+#include "app/WindowMemory.h"
 #include "store/AppStore.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+
+namespace {
+
+/// By its module: only an import makes the toolkit register the module's C++ types.
+std::unique_ptr<QQmlComponent> component(QQmlEngine &engine, const char *type) {
+    auto result = std::make_unique<QQmlComponent>(&engine);
+    result->setData(QByteArray("import Quillmere.Screens\n") + type + " {}", QUrl());
+    return result;
+}
+
+} // namespace
 
 WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store) : m_engine(engine), m_store(store) {
     engine.setIncubationController(&m_incubation);
@@ -14,29 +26,49 @@ WindowOpener::WindowOpener(QQmlEngine &engine, AppStore &store) : m_engine(engin
 WindowOpener::~WindowOpener() = default;
 
 bool WindowOpener::open() {
-    if (!m_component) {
-        // By its module: only an import makes the toolkit register the module's C++ types.
-        m_component = std::make_unique<QQmlComponent>(&m_engine);
-        m_component->setData("import Quillmere.Screens\nMainWindow {}", QUrl());
-    }
+    if (!m_component)
+        m_component = component(m_engine, "MainWindow");
+    auto *window = create(*m_component, m_memory ? m_memory->initialProperties() : QVariantMap());
+    if (!window)
+        return false;
+    connect(window, SIGNAL(anotherWindowWanted()), this, SLOT(openAnother()));
+    connect(window, SIGNAL(settingsWanted()), this, SLOT(openSettings()));
+    connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
+        if (!visible && m_memory)
+            m_memory->keep(*window);
+    });
+    return true;
+}
+
+void WindowOpener::openSettings() {
+    if (!m_settings)
+        m_settings = create(*component(m_engine, "SettingsWindow"), {});
+    if (!m_settings)
+        return;
+    // Of the window that asked: it must not keep the program alive.
+    m_settings->setTransientParent(qobject_cast<QQuickWindow *>(sender()));
+    m_settings->raise();
+    m_settings->requestActivate();
+}
+
+QQuickWindow *WindowOpener::create(QQmlComponent &component, QVariantMap properties) {
+    properties.insert(QStringLiteral("store"), QVariant::fromValue(&m_store));
     QObject *object = nullptr;
-    if (m_component->isReady())
-        object = m_component->createWithInitialProperties(
-            {{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
+    if (component.isReady())
+        object = component.createWithInitialProperties(properties);
     auto *window = qobject_cast<QQuickWindow *>(object);
     if (!window) {
-        qCritical("%s", qPrintable(m_component->errorString()));
+        qCritical("%s", qPrintable(component.errorString()));
         delete object;
-        return false;
+        return nullptr;
     }
     window->setParent(nullptr);
     QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
-    connect(window, SIGNAL(anotherWindowWanted()), this, SLOT(openAnother()));
     connect(window, &QWindow::visibleChanged, window, [window](bool visible) {
         if (!visible)
             window->deleteLater();
     });
-    return true;
+    return window;
 }
 
 void WindowOpener::raise(const QString &activationToken) {

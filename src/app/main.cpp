@@ -1,6 +1,7 @@
 #include "BuildSettings.h"
 #include "app/Launch.h"
 #include "app/Renderer.h"
+#include "app/WindowMemory.h"
 #include "app/WindowOpener.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/DesktopBrowser.h"
@@ -23,6 +24,7 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickStyle>
+#include <QThreadPool>
 #include <QTimer>
 
 namespace {
@@ -50,6 +52,8 @@ int main(int argc, char **argv) {
     QGuiApplication::setDesktopFileName(QLatin1String(BuildSettings::bundleId));
     const auto activationToken = Launch::activationToken();
     QGuiApplication application(argc, argv);
+    // Beside the loading of the screens: the first text waits for it.
+    QThreadPool::globalInstance()->start(&FontFiles::registerAll);
     Renderer::choose();
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
@@ -62,8 +66,8 @@ int main(int argc, char **argv) {
     SystemRandom random;
     DesktopAppearance desktop;
     SystemFiles files;
-    DesktopCredentialStore credentials(files, SystemFiles::stateDirectory() + u'/' + ownName,
-                                       QStringLiteral("Quillmere"));
+    const auto ownState = SystemFiles::stateDirectory() + u'/' + ownName;
+    DesktopCredentialStore credentials(files, ownState, QStringLiteral("Quillmere"));
     const Platform platform{transport, preferences, clock,  browser,       desktop,
                             files,     credentials, random, browserSession};
 
@@ -71,13 +75,14 @@ int main(int argc, char **argv) {
     AppStore store(platform);
     followLanguage(store);
 
-    FontFiles::registerAll();
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolImages);
     QObject::connect(&engine, &QQmlEngine::quit, &application, &QGuiApplication::quit);
 
+    WindowMemory memory(files, ownState);
     WindowOpener windows(engine, store);
+    windows.remember(memory);
     RunningInstance instance(QDBusConnection::sessionBus(), QLatin1String(BuildSettings::bundleId));
     answerCalls(instance, browserSession);
 #ifdef Q_OS_MACOS

@@ -64,6 +64,8 @@ QString FontFiles::family(const QString &file) {
 }
 
 QString FontFiles::family(const QString &name, int weight, int secondAxis) {
+    if (const auto withAxes = family(name + QStringLiteral(".ttf")); !withAxes.isEmpty())
+        return withAxes;
     const Instance *nearest = nullptr;
     int best = std::numeric_limits<int>::max();
     for (const auto &candidate : collection().instances) {

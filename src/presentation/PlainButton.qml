@@ -36,8 +36,9 @@ T.AbstractButton {
 
         Rectangle {
             anchors.fill: parent
-            anchors.margins: -2
-            radius: button.radius + 2
+            // Apart from the ground, which may have the ring's own colour.
+            anchors.margins: -4
+            radius: button.radius + 4
             visible: button.visualFocus
             color: "transparent"
             border.color: button.overSheet ? Ink.paperInk : Ink.brand

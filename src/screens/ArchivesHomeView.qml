@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -20,15 +19,11 @@ Item {
         store: home.store
     }
 
-    Flickable {
+    ScrollPage {
         id: scroll
 
         anchors.fill: parent
         contentHeight: content.implicitHeight + 68
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-
-        T.ScrollBar.vertical: ScrollBarLine {}
 
         ColumnLayout {
             id: content

@@ -61,6 +61,7 @@ PlainButton {
                 text: panel.store.words.text("archive.sub.foible")
                 wrapMode: Text.Wrap
                 font: Fonts.face.reading(20)
+                leading: 3
                 color: Ink.paperInk
                 Accessible.ignored: true
             }

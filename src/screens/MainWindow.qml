@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -9,7 +10,39 @@ Window {
 
     required property AppStore store
 
+    property alias sidebarWidth: root.sidebarWidth
+
+    // With their shortcuts, in the order of the menu.
+    readonly property list<T.Action> commands: [
+        T.Action {
+            text: window.store.words.text("chat.new")
+            shortcut: "Ctrl+Shift+N"
+            onTriggered: window.store.newChat()
+        },
+        T.Action {
+            text: window.store.words.text("newWindow")
+            shortcut: "Ctrl+N"
+            onTriggered: window.anotherWindowWanted()
+        },
+        T.Action {
+            text: window.store.words.text("settings")
+            shortcut: "Ctrl+,"
+            onTriggered: window.settingsWanted()
+        },
+        T.Action {
+            text: window.store.words.text("closeWindow")
+            shortcut: "Ctrl+W"
+            onTriggered: window.close()
+        },
+        T.Action {
+            text: window.store.words.text("quit")
+            shortcut: "Ctrl+Q"
+            onTriggered: Qt.quit()
+        }
+    ]
+
     signal anotherWindowWanted
+    signal settingsWanted
 
     width: 1320
     height: 880
@@ -20,8 +53,11 @@ Window {
     color: Ink.paper0
 
     RootView {
+        id: root
+
         anchors.fill: parent
         store: window.store
+        commands: window.commands
     }
 
     Loader {
@@ -31,24 +67,14 @@ Window {
         })
     }
 
-    Shortcut {
-        sequence: "Ctrl+Shift+N"
-        onActivated: window.store.newChat()
-    }
+    // A token may have ended, and a membership begun, while the user was elsewhere.
+    Connections {
+        target: Qt.application
 
-    Shortcut {
-        sequence: "Ctrl+N"
-        onActivated: window.anotherWindowWanted()
-    }
-
-    Shortcut {
-        sequence: "Ctrl+W"
-        onActivated: window.close()
-    }
-
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: Qt.quit()
+        function onStateChanged() {
+            if (Qt.application.state === Qt.ApplicationActive)
+                window.store.beginRefreshAccount();
+        }
     }
 
     // The keyring and the network wait until the window can be seen.

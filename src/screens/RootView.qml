@@ -10,15 +10,26 @@ T.SplitView {
     id: root
 
     required property AppStore store
+    required property list<T.Action> commands
+    property real sidebarWidth: 238
 
     orientation: Qt.Horizontal
 
     handle: SplitLine {}
 
+    // The view itself sets the preferred width while the user drags.
+    Component.onCompleted: sidebar.T.SplitView.preferredWidth = sidebarWidth
+    onResizingChanged: {
+        if (!resizing)
+            sidebarWidth = sidebar.width;
+    }
+
     Sidebar {
+        id: sidebar
+
         store: root.store
+        commands: root.commands
         T.SplitView.minimumWidth: 218
-        T.SplitView.preferredWidth: 238
         T.SplitView.maximumWidth: 270
     }
 

@@ -4,18 +4,18 @@ import QtQuick
 import Quillmere.Presentation
 import Quillmere.Screens
 
-// The application's settings, in a window of their own.
 Window {
     id: window
 
     required property AppStore store
 
-    width: 520
+    width: form.implicitWidth
     height: form.implicitHeight
-    minimumWidth: 520
-    maximumWidth: 520
+    minimumWidth: form.implicitWidth
+    maximumWidth: form.implicitWidth
     minimumHeight: form.implicitHeight
     maximumHeight: form.implicitHeight
+    visible: true
     title: store.words.text("settings")
     color: Ink.paper0
 
@@ -23,8 +23,8 @@ Window {
         id: form
 
         anchors.fill: parent
-        focus: true
         store: window.store
+        focus: true
     }
 
     Shortcut {

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -9,8 +10,30 @@ Rectangle {
     id: sidebar
 
     required property AppStore store
+    required property list<T.Action> commands
+
+    // To the row above or below. False at either end.
+    function step(forward: bool): bool {
+        const row = Window.window.activeFocusItem.nextItemInFocusChain(forward);
+        for (let above = row; above; above = above.parent) {
+            if (above === sidebar) {
+                row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
+                return true;
+            }
+        }
+        return false;
+    }
 
     color: Ink.paper0
+
+    Keys.onUpPressed: step(false)
+    Keys.onDownPressed: step(true)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+        if (event.accepted) {
+            while (step(event.key === Qt.Key_End)) {}
+        }
+    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -32,6 +55,29 @@ Rectangle {
                 leading: -3
                 Accessible.name: "Quillmere.Chat"
             }
+
+            IconButton {
+                id: menuButton
+
+                Layout.alignment: Qt.AlignTop
+                Layout.rightMargin: -8
+                symbol: "ellipsis"
+                help: "Quillmere.Chat"
+                tint: Ink.mute
+                Accessible.role: Accessible.ButtonMenu
+                onClicked: {
+                    if (!menu.item)
+                        menu.setSource("AppMenu.qml", {
+                            commands: sidebar.commands,
+                            parent: menuButton
+                        });
+                    (menu.item as AppMenu).open();
+                }
+
+                Loader {
+                    id: menu
+                }
+            }
         }
 
         Rectangle {
@@ -40,14 +86,13 @@ Rectangle {
             color: Ink.line
         }
 
-        Flickable {
+        ScrollPage {
             id: scroll
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            clip: true
             contentHeight: rows.implicitHeight + 24
-            boundsBehavior: Flickable.StopAtBounds
+            scrollsByKey: false
 
             ColumnLayout {
                 id: rows

@@ -57,4 +57,3 @@ struct QuotaForQml {
     QML_FOREIGN(Quota)
     QML_VALUE_TYPE(quota)
 };
-

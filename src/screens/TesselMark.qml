@@ -19,8 +19,8 @@ Item {
 
         anchors.fill: parent
         source: "qrc:/images/tessel-mark.png"
-        sourceSize.width: mark.size
-        sourceSize.height: mark.size
+        sourceSize.width: mark.size * Screen.devicePixelRatio
+        sourceSize.height: mark.size * Screen.devicePixelRatio
         smooth: true
         visible: status === Image.Ready
     }
