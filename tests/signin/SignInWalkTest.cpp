@@ -1,5 +1,6 @@
 #include "BuildSettings.h"
 #include "platform/Browser.h"
+#include "platform/ByteStream.h"
 #include "platform/DesktopBrowserSession.h"
 #include "platform/QtTransport.h"
 #include "platform/RunningInstance.h"
@@ -34,16 +35,24 @@ public:
     void route(const QString &origin, const QString &service) { m_routes.insert(origin, service); }
 
     [[nodiscard]] Task<HttpResponse> data(HttpRequest request, std::stop_token stop) override {
+        return m_transport.data(routed(std::move(request)), std::move(stop));
+    }
+    [[nodiscard]] Task<std::unique_ptr<ByteStream>> stream(HttpRequest request,
+                                                           std::stop_token stop) override {
+        return m_transport.stream(routed(std::move(request)), std::move(stop));
+    }
+
+private:
+    HttpRequest routed(HttpRequest request) const {
         auto text = request.url.toString(QUrl::FullyEncoded);
         for (auto route = m_routes.cbegin(); route != m_routes.cend(); ++route) {
             if (text.startsWith(route.key() + u'/'))
                 text.replace(0, route.key().size(), route.value());
         }
         request.url = QUrl(text, QUrl::StrictMode);
-        return m_transport.data(std::move(request), std::move(stop));
+        return request;
     }
 
-private:
     QtTransport m_transport;
     QHash<QString, QString> m_routes;
 };
@@ -83,8 +92,9 @@ TEST(SignInWalk, fromTheButtonThroughBrowserAndDesktopToTheAccount) {
                     ScriptedAnswer::reply(
                         200, R"({"token":"app_1","user":{"id":"1","handle":"ada"},"plan":"pro"})"));
     ScriptedService service;
-    for (const auto &path : {u"/v1/wall"_s, u"/v1/account/quota"_s})
-        service.always("GET", path, ScriptedAnswer::reply(200, R"({"items":[]})"));
+    service.always("GET", u"/v1/wall"_s, ScriptedAnswer::reply(200, R"({"items":[]})"));
+    service.always("GET", u"/v1/account/quota"_s,
+                   ScriptedAnswer::reply(200, R"({"plan":"pro","used":1,"limit":5})"));
 
     TestPlatform<RoutedTransport> system;
     auto &[transport, preferences, clock, unused, appearance, files, credentials, unusedRandom,
@@ -111,7 +121,8 @@ TEST(SignInWalk, fromTheButtonThroughBrowserAndDesktopToTheAccount) {
     ASSERT_TRUE(eventually([&] { return store.isSignedIn() || store.notice(); }));
     EXPECT_EQ(store.notice(), std::nullopt);
     EXPECT_EQ(store.accountRecord().user.handle, u"ada"_s);
-    EXPECT_EQ(store.api().token(), u"app_1"_s);
+    ASSERT_TRUE(eventually([&] { return store.isQuotaKnown(); }));
+    EXPECT_EQ(service.requests().back().values("Authorization"), QList<QByteArray>{"Bearer app_1"});
     const auto &trade = accounts.requests().front();
     EXPECT_TRUE(trade.values("Authorization").isEmpty());
     const auto body = QJsonDocument::fromJson(trade.body).object();
@@ -126,6 +137,10 @@ TEST(SignInWalk, fromTheButtonThroughBrowserAndDesktopToTheAccount) {
     ASSERT_TRUE(eventually([&] { return calls == 3; }));
     settleEventLoop();
     EXPECT_EQ(accounts.requests().size(), 1) << "nobody waits for a second callback";
+
+    service.expect("POST", u"/v1/account/logout"_s, ScriptedAnswer::reply(200, "{}"));
+    await(store.logout());
+    settleEventLoop();
     for (const auto *connection : {"desktop", "program"})
         QDBusConnection::disconnectFromBus(QLatin1String(connection));
 }
