@@ -16,7 +16,8 @@ Card {
         Layout.fillWidth: true
         spacing: 22
 
-        ColumnLayout {
+        // Not a layout: those give wrapped texts the height of another width.
+        Column {
             Layout.fillWidth: true
             Layout.preferredWidth: 1
             Layout.alignment: Qt.AlignTop
@@ -27,13 +28,13 @@ Card {
             }
 
             TextLabel {
-                Layout.fillWidth: true
+                width: parent.width
                 text: card.model.pro ? "Pro" : card.store.words.text("acctPlanFree")
                 font: Fonts.face.archivo(43, 800, 62)
             }
 
             TextLabel {
-                Layout.fillWidth: true
+                width: parent.width
                 text: card.store.words.text(card.model.pro ? "cmpP1" : "freeLimitAskBody")
                 wrapMode: Text.Wrap
                 font: Fonts.face.reading(18)
@@ -42,7 +43,7 @@ Card {
             }
 
             Flow {
-                Layout.fillWidth: true
+                width: parent.width
                 spacing: 10
                 enabled: !card.store.openingMembership
 
@@ -79,7 +80,7 @@ Card {
             }
 
             TextLabel {
-                Layout.fillWidth: true
+                width: parent.width
                 text: card.store.words.text("membershipWebHint")
                 wrapMode: Text.Wrap
                 font: Fonts.face.mono(10)
@@ -93,7 +94,7 @@ Card {
             color: Ink.line
         }
 
-        ColumnLayout {
+        Column {
             Layout.fillWidth: true
             Layout.preferredWidth: 1
             Layout.alignment: Qt.AlignTop
@@ -104,13 +105,13 @@ Card {
             }
 
             TextLabel {
-                Layout.fillWidth: true
+                width: parent.width
                 text: card.store.words.number(card.store.health.total)
                 font: Fonts.face.archivo(43, 800, 62)
             }
 
             TextLabel {
-                Layout.fillWidth: true
+                width: parent.width
                 text: card.store.words.textWithNumber("freeOwned", card.store.health.total)
                 wrapMode: Text.Wrap
                 font: Fonts.face.reading(18)

@@ -29,6 +29,7 @@ RowLayout {
         text: row.value
         readOnly: true
         selectByMouse: true
+        verticalAlignment: TextEdit.AlignVCenter
         wrapMode: TextEdit.Wrap
         textFormat: TextEdit.PlainText
         font: Fonts.face.reading(21)
