@@ -200,8 +200,9 @@ TEST_F(AccountSession, everyEndOfALoginTakesTheSameSteps) {
     }
     EXPECT_TRUE(system.files.exists(libraryPath(u"ann"_s)));
     for (const auto &request : system.transport.requests()) {
-        if (request.url.path() == path(Endpoint::logout))
+        if (request.url.path() == path(Endpoint::logout)) {
             EXPECT_EQ(request.headers.front().second, "Bearer app_ann");
+        }
     }
 }
 
@@ -307,8 +308,9 @@ TEST_F(AccountSession, onlyARefusedLoginIsGivenUp) {
             EXPECT_EQ(store.noticeText(), row.notice);
             EXPECT_EQ(store.library().saved.size(), expected.isEmpty() ? 1 : 0);
             EXPECT_FALSE(store.isConnecting());
-            if (row.user == u"ann"_s && expected == row.user && !row.notice.size())
+            if (row.user == u"ann"_s && expected == row.user && !row.notice.size()) {
                 EXPECT_TRUE(profileKept());
+            }
         }
     }
 }
