@@ -26,7 +26,7 @@ Column {
         TextLabel {
             id: figure
 
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.baseline: heading.baseline
             text: section.number.toString().padStart(2, "0")
             font: Fonts.face.mono(Fonts.label)
             color: Ink.paperMute
