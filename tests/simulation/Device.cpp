@@ -3,8 +3,10 @@
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
 #include "tests/support/FixedAppearance.h"
+#include "tests/support/FixedRandom.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/RecordingBrowser.h"
+#include "tests/support/RecordingBrowserSession.h"
 
 #include <QAbstractEventDispatcher>
 #include <QThreadPool>
@@ -52,12 +54,15 @@ struct Device::Run {
         MemoryCredentials &credentials)
         : files(directory),
           line(network),
-          store({line, preferences, clock, browser, appearance, files, credentials}) {}
+          store({line, preferences, clock, browser, appearance, files, credentials, random,
+                 browserSession}) {}
 
     DeviceFiles files;
     ManualClock clock;
     RecordingBrowser browser;
     FixedAppearance appearance;
+    FixedRandom random;
+    RecordingBrowserSession browserSession;
     VirtualNetwork::Line line;
     AppStore store;
 };
