@@ -90,5 +90,8 @@ int main(int argc, char **argv) {
 #endif
     start([&] { return Launch::openWindow(&instance, &windows, &files, activationToken); });
     QTimer::singleShot(0, &desktop, &DesktopAppearance::follow);
-    return application.exec();
+    const int code = application.exec();
+    // A program that ends at once may still be taking up its fonts.
+    QThreadPool::globalInstance()->waitForDone();
+    return code;
 }

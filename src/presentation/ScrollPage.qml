@@ -16,11 +16,10 @@ Flickable {
     }
 
     function contains(item: Item): bool {
-        for (let above = item; above; above = above.parent) {
-            if (above === contentItem)
-                return true;
-        }
-        return false;
+        let above = item;
+        while (above && above !== contentItem)
+            above = above.parent;
+        return above === contentItem;
     }
 
     // What is higher than the page shows its beginning.
@@ -55,7 +54,7 @@ Flickable {
 
         // A press of the mouse moves nothing under the pointer.
         function onActiveFocusItemChanged() {
-            const control = page.Window.window.activeFocusItem as T.Control;
+            const control = page.Window.window.activeFocusItem as T.Control; // qmllint disable compiler
             if (control && control.visualFocus && page.contains(control))
                 page.reveal(control);
         }

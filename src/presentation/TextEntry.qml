@@ -22,7 +22,6 @@ T.TextField {
     selectionColor: Ink.brand
     selectedTextColor: Ink.paper0
     echoMode: secret ? TextInput.Password : TextInput.Normal
-    inputMethodHints: secret ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhHiddenText : Qt.ImhNone
     Accessible.name: title
     Accessible.passwordEdit: secret
 

@@ -57,7 +57,7 @@ Window {
 
         anchors.fill: parent
         store: window.store
-        commands: window.commands
+        commands: window.commands // qmllint disable
     }
 
     Loader {
@@ -72,7 +72,7 @@ Window {
         target: Qt.application
 
         function onStateChanged() {
-            if (Qt.application.state === Qt.ApplicationActive)
+            if (Qt.application.state === Qt.ApplicationActive) // qmllint disable
                 window.store.beginRefreshAccount();
         }
     }

@@ -27,7 +27,7 @@ Sheet {
     width: parent ? Math.min(560, parent.width - 32) : 560
     padding: 32
     title: label(model.titleKey)
-    closePolicy: model.busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    closePolicy: model.busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside // qmllint disable compiler
 
     ProfileEditorModel {
         id: model
@@ -41,7 +41,7 @@ Sheet {
         }
     }
 
-    contentItem: ColumnLayout {
+    contentItem: ColumnLayout { // qmllint disable deferred-property-id
         spacing: 22
 
         TextLabel {

@@ -28,7 +28,7 @@ T.SplitView {
         id: sidebar
 
         store: root.store
-        commands: root.commands
+        commands: root.commands // qmllint disable
         T.SplitView.minimumWidth: 218
         T.SplitView.maximumWidth: 270
     }

@@ -75,7 +75,7 @@ Card {
         }
 
         BrandButton {
-            visible: update.download.toString() !== ""
+            visible: update.found
             filled: true
             text: card.store.words.text("updateNow") + " ↗"
             onClicked: card.store.openAddress(update.download)

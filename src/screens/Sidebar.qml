@@ -14,14 +14,14 @@ Rectangle {
 
     // To the row above or below. False at either end.
     function step(forward: bool): bool {
-        const row = Window.window.activeFocusItem.nextItemInFocusChain(forward);
-        for (let above = row; above; above = above.parent) {
-            if (above === sidebar) {
-                row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
-                return true;
-            }
-        }
-        return false;
+        const row = Window.window.activeFocusItem.nextItemInFocusChain(forward); // qmllint disable compiler
+        let above = row;
+        while (above && above !== sidebar)
+            above = above.parent;
+        if (above !== sidebar)
+            return false;
+        row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
+        return true;
     }
 
     color: Ink.paper0

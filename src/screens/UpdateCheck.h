@@ -15,6 +15,7 @@ class UpdateCheck : public QObject {
     Q_PROPERTY(AppStore *store MEMBER m_store REQUIRED FINAL)
     Q_PROPERTY(bool checking READ isChecking NOTIFY changed FINAL)
     Q_PROPERTY(QString message READ message NOTIFY changed FINAL)
+    Q_PROPERTY(bool found READ hasFound NOTIFY changed FINAL)
     Q_PROPERTY(QUrl download READ download NOTIFY changed FINAL)
 
 public:
@@ -24,6 +25,7 @@ public:
     bool isChecking() const { return m_checking; }
     /// The outcome of the last check; empty before it.
     QString message() const { return m_message; }
+    bool hasFound() const { return !m_download.isEmpty(); }
     /// The release that was found; empty without one.
     QUrl download() const { return m_download; }
 

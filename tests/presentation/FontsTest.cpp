@@ -3,8 +3,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QRawFont>
+#include <QRegularExpression>
 #include <QSet>
 #include <gtest/gtest.h>
 
@@ -24,6 +26,13 @@ struct FontFile {
     QString family;
 };
 
+/// Fonts with all axes are for toolkits that can set them, in place of those cut at values.
+bool isWanted(const QString &axes) {
+    if (axes == QLatin1String("-"))
+        return true;
+    return (axes == QLatin1String("*")) == (QT_VERSION >= QT_VERSION_CHECK(6, 7, 0));
+}
+
 /// What the build was told to make: "<file> <source> <axes> <family>".
 QList<FontFile> wantedFonts() {
     QList<FontFile> result;
@@ -32,7 +41,7 @@ QList<FontFile> wantedFonts() {
         return result;
     for (const auto &line : QString::fromUtf8(table.readAll()).split(QLatin1Char('\n'))) {
         const auto words = line.simplified().split(QLatin1Char(' '));
-        if (words.size() >= 4 && !line.startsWith(QLatin1Char('#')))
+        if (words.size() >= 4 && !line.startsWith(QLatin1Char('#')) && isWanted(words[2]))
             result.append({words[0], words.mid(3).join(QLatin1Char(' '))});
     }
     return result;
@@ -43,7 +52,8 @@ QList<FontFile> wantedFonts() {
 TEST(FontsTest, EveryFontIsEmbeddedAndHasTheLettersOfTheLatinLanguages) {
     const auto letters = QStringLiteral(u"AaZz09 .,:;!?()[]&%@#+-*/=\"'"
                                         u"ÁáÉéÍíÓóÚúÜüÑñ¿¡ÀàÂâÆæÇçÈèÊêËëÎîÏïÔôŒœÙùÛûŸÿ«»"
-                                        u"ÄäÖöẞß„“ÃãÕõ‘’”…–—·€×");
+                                        u"ÄäÖöẞß„“ÃãÕõ‘’”…–—·€×\u202F");
+    const auto arrows = QStringLiteral(u"→↗");
     const auto wanted = wantedFonts();
     ASSERT_FALSE(wanted.isEmpty());
     QSet<QString> families;
@@ -56,6 +66,11 @@ TEST(FontsTest, EveryFontIsEmbeddedAndHasTheLettersOfTheLatinLanguages) {
             EXPECT_TRUE(font.supportsCharacter(letter))
                 << file.toStdString() << " lacks " << QString(letter).toStdString();
         }
+        for (const auto arrow : name.contains(QLatin1String("Mono")) ? arrows : QString())
+            EXPECT_TRUE(font.supportsCharacter(arrow)) << file.toStdString();
+        const auto spaces = font.advancesForGlyphIndexes(
+            font.glyphIndexesForString(QStringLiteral(u"\u00A0\u202F")));
+        EXPECT_NEAR(spaces[1].x() / spaces[0].x(), 0.67, 0.02) << "French punctuation stands close";
         families.insert(name);
     }
     EXPECT_EQ(families.size(), wanted.size());
@@ -136,11 +151,33 @@ TEST(FontsTest, EachLanguageFallsBackToItsOwnShapesFirst) {
              {face.archivo(20), face.reading(20), face.mono(12), face.field(20)}) {
             const auto families = font.families().filter(cjk);
             EXPECT_EQ(families, QStringList(cjk + QString::fromLatin1(region))) << region;
+            const auto regions = font.families().filter(QStringLiteral(" CJK "));
+            EXPECT_EQ(regions, regions.filter(QRegularExpression(
+                                   QStringLiteral(" CJK %1$").arg(QLatin1String(region)))))
+                << "another language's shapes";
         }
         EXPECT_EQ(family(face.reading(20)).substr(0, 10), "Newsreader");
         EXPECT_NE(family(face.field(20)).substr(0, 10), "Newsreader");
     }
     EXPECT_EQ(latin.reading(20).families().size(), 1);
+}
+
+TEST(FontsTest, FallbackFontsAreAskedForTheWeightAndNothingIsEmboldenedOnTop) {
+    const std::pair<QFont, bool> cases[] = {{japanese.archivo(64, 850, 62), true},
+                                            {japanese.archivo(16), true},
+                                            {japanese.reading(18), false},
+                                            {japanese.reading(18, 600), true},
+                                            {japanese.mono(12), false},
+                                            {japanese.mono(12, 600), true},
+                                            {japanese.field(20), false},
+                                            {latin.archivo(23, 700, 110), true}};
+    for (const auto &[font, bold] : cases) {
+        EXPECT_EQ(font.weight(), bold ? QFont::Bold : QFont::Normal) << family(font);
+        const auto own = font.families().first();
+        if (!own.contains(QLatin1String("CJK")))
+            EXPECT_EQ(QFontDatabase::bold(own, QFontDatabase::styles(own).first()), bold)
+                << family(font);
+    }
 }
 
 TEST(FontsTest, TightLinesAreForLatinOnly) {

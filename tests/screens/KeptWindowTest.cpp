@@ -21,6 +21,7 @@ protected:
             conversation.title = title;
             StoreAccess::library(store).conversations.append(conversation);
         }
+        store.persist();
         store.setDestination(u"history"_s);
         m_window = std::make_unique<OpenWindow>(store);
         m_window->window()->requestActivate();
