@@ -6,9 +6,9 @@
 /// values. Any thread: the first call registers all of them, and others wait for it.
 namespace FontFiles {
 
-/// Makes every embedded font known to the toolkit, which takes a while.
-/// start. To be called before the first window, best on another thread: a font that comes later
-/// makes all windows lay out their texts again. A file that is no font is passed over.
+/// Makes every embedded font known to the toolkit, which takes a while. To be called before the
+/// first window, best on another thread: a font that comes later makes all windows lay out their
+/// texts again. A file that is no font is passed over.
 void registerAll();
 
 /// The family with axes of a name such as "Archivo" or "Newsreader-Italic", else the nearest to the
