@@ -12,6 +12,11 @@ T.Dialog {
     property color ground: Ink.paper0
     property Item before: null
 
+    function takeKeyboard() {
+        if (opened)
+            forceActiveFocus(Qt.PopupFocusReason);
+    }
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     parent: T.Overlay.overlay
@@ -22,6 +27,8 @@ T.Dialog {
     focus: true
     visible: true
     onAboutToShow: before = parent.Window.activeFocusItem
+    // A menu that led here closes after this, and would take the keyboard back with it.
+    onOpened: Qt.callLater(takeKeyboard)
     onClosed: {
         if (before)
             before.forceActiveFocus(Qt.PopupFocusReason);

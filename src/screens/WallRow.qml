@@ -23,12 +23,12 @@ FocusScope {
     required property int first
     // Begins the chats or the cases.
     required property bool leads
-    readonly property real top: leads ? heading.implicitHeight + 28 : isChat ? 28 : 18
+    readonly property real airAbove: leads ? heading.implicitHeight + 28 : isChat ? 28 : 18
 
     signal caseOpened(card: caseCard)
     signal removalWanted(id: string)
 
-    implicitHeight: top + (isChat ? chat.implicitHeight : cells.implicitHeight)
+    implicitHeight: airAbove + (isChat ? chat.implicitHeight : cells.implicitHeight)
 
     WallSectionHeading {
         id: heading
@@ -43,7 +43,7 @@ FocusScope {
         id: chat
 
         x: (row.width - width) / 2
-        y: row.top
+        y: row.airAbove
         width: row.columnWidth
         visible: row.isChat
         focus: row.isChat
@@ -61,7 +61,7 @@ FocusScope {
         id: cells
 
         x: chat.x
-        y: row.top
+        y: row.airAbove
         width: row.columnWidth
         implicitHeight: line.implicitHeight
         visible: !row.isChat

@@ -44,6 +44,7 @@ Item {
                 list.goToTop();
         }
         onPassed: {
+            list.currentIndex = Math.max(0, list.currentIndex);
             if (list.currentItem)
                 list.currentItem.forceActiveFocus(Qt.TabFocusReason);
         }
