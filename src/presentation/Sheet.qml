@@ -13,8 +13,10 @@ T.Dialog {
     property Item before: null
 
     function takeKeyboard() {
-        if (opened)
-            forceActiveFocus(Qt.PopupFocusReason);
+        if (!opened || activeFocus)
+            return;
+        before = parent.Window.activeFocusItem;
+        forceActiveFocus(Qt.PopupFocusReason);
     }
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -28,7 +30,7 @@ T.Dialog {
     visible: true
     onAboutToShow: before = parent.Window.activeFocusItem
     // A menu that led here closes after this, and would take the keyboard back with it.
-    onOpened: Qt.callLater(takeKeyboard)
+    onOpened: Qt.callLater(takeKeyboard) // qmllint disable
     onClosed: {
         if (before)
             before.forceActiveFocus(Qt.PopupFocusReason);
