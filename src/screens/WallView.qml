@@ -7,7 +7,7 @@ import Quillmere.Screens
 
 // What the account has pinned. The arrow keys go from row to row; only the rows on display are made.
 Item {
-    id: wall
+    id: view
 
     required property AppStore store
     readonly property real columnWidth: Math.min(1000, list.width - 68)
@@ -20,8 +20,8 @@ Item {
     WallModel {
         id: model
 
-        store: wall.store
-        columns: Math.floor((wall.columnWidth + 18) / (265 + 18))
+        store: view.store
+        columns: Math.floor((view.columnWidth + 18) / (265 + 18))
     }
 
     WallHeader {
@@ -32,9 +32,9 @@ Item {
         z: 1
         width: list.width
         height: implicitHeight
-        store: wall.store
+        store: view.store
         model: model
-        columnWidth: wall.columnWidth
+        columnWidth: view.columnWidth
         onActiveFocusChanged: {
             if (activeFocus)
                 list.goToTop();
@@ -66,7 +66,7 @@ Item {
         // The row with the keyboard brings itself into view; a change of the list moves nothing.
         highlightFollowsCurrentItem: false
         Accessible.role: Accessible.List
-        Accessible.name: wall.store.words.text("wallTitle")
+        Accessible.name: view.store.words.text("wallTitle")
 
         T.ScrollBar.vertical: ScrollBarLine {}
 
@@ -74,21 +74,21 @@ Item {
             required property int index
 
             width: list.width
-            store: wall.store
+            store: view.store
             wall: model
-            columnWidth: wall.columnWidth
+            columnWidth: view.columnWidth
             reached: ListView.isCurrentItem
             onCaseOpened: card => {
                 overlay.setSource("CaseSheet.qml", {
-                    store: wall.store,
+                    store: view.store,
                     card: card
                 });
             }
             onRemovalWanted: id => {
-                wall.removing = id;
+                view.removing = id;
                 overlay.setSource("ConfirmDialog.qml", {
-                    store: wall.store,
-                    title: wall.store.words.text("removeFromWall")
+                    store: view.store,
+                    title: view.store.words.text("removeFromWall")
                 });
             }
             onActiveFocusChanged: {
@@ -107,9 +107,9 @@ Item {
         z: 1
         width: list.width
         height: implicitHeight
-        store: wall.store
+        store: view.store
         model: model
-        columnWidth: wall.columnWidth
+        columnWidth: view.columnWidth
         onActiveFocusChanged: {
             if (activeFocus)
                 list.contentY = list.originY + Math.max(-list.topMargin, list.contentHeight + height - list.height);
@@ -127,11 +127,11 @@ Item {
         ignoreUnknownSignals: true
 
         function onConfirmed() {
-            model.beginRemove(wall.removing);
+            model.beginRemove(view.removing);
         }
 
         function onDismissed() {
-            wall.removing = "";
+            view.removing = "";
             overlay.source = "";
         }
     }
