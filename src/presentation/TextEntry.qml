@@ -11,6 +11,7 @@ T.TextField {
 
     required property string title
     property bool secret: false
+    property color ground: Ink.paper0
 
     implicitHeight: contentHeight + topPadding + bottomPadding
     padding: 13
@@ -19,21 +20,22 @@ T.TextField {
     clip: true
     font: Fonts.face.field(20)
     color: Ink.paper
-    selectionColor: Ink.brand
-    selectedTextColor: Ink.paper0
+    selectionColor: Ink.flagship
+    selectedTextColor: Ink.paperInk
     echoMode: secret ? TextInput.Password : TextInput.Normal
     Accessible.name: title
     Accessible.passwordEdit: secret
 
     background: Rectangle {
         radius: 9
-        color: Ink.paper0
+        color: entry.ground
         border.color: entry.activeFocus ? Ink.brand : Ink.lineStrong
     }
 
     TextLabel {
-        anchors.fill: parent
-        anchors.margins: entry.padding
+        x: entry.leftPadding
+        width: entry.width - entry.leftPadding - entry.rightPadding
+        height: entry.height
         visible: entry.text === "" && entry.preeditText === ""
         text: entry.title
         elide: Text.ElideRight

@@ -78,14 +78,14 @@ ColumnLayout {
         color: Ink.dim
     }
 
-    SearchBox {
+    SearchEntry {
         id: search
 
         Layout.fillWidth: true
-        fieldName: "case-search"
-        placeholder: header.searchWords
+        objectName: "case-search"
+        title: header.searchWords
         clearLabel: header.store.words.text("clearSearch")
-        onEdited: text => header.model.text = text
+        onTextChanged: header.model.text = text
         onPassed: header.passed()
     }
 
