@@ -1,4 +1,5 @@
 #include "bench/StreamingService.h"
+#include "bench/TimedApplication.h"
 #include "platform/QtTransport.h"
 #include "platform/SystemClock.h"
 #include "presentation/AnswerDocument.h"
@@ -12,20 +13,17 @@
 #include "tests/support/RecordingBrowser.h"
 
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QTextDocument>
-#include <QThread>
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <memory>
-#include <time.h>
 
 namespace {
 
@@ -35,37 +33,6 @@ void require(bool holds, const char *what) {
     std::fprintf(stderr, "Not as it should be: %s\n", what);
     std::exit(1);
 }
-
-/// Nanoseconds that this thread has worked.
-qint64 worked() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
-}
-
-/// Knows the most that the main thread has worked on one event.
-class TimedApplication final : public QGuiApplication {
-public:
-    using QGuiApplication::QGuiApplication;
-
-    bool notify(QObject *receiver, QEvent *event) override {
-        if (m_inside || QThread::currentThread() != thread())
-            return QGuiApplication::notify(receiver, event);
-        m_inside = true;
-        const auto before = worked();
-        const bool result = QGuiApplication::notify(receiver, event);
-        m_longest = std::max(m_longest, worked() - before);
-        m_inside = false;
-        return result;
-    }
-
-    /// Seconds, since the last call.
-    double takeLongest() { return static_cast<double>(std::exchange(m_longest, 0)) / 1e9; }
-
-private:
-    bool m_inside = false;
-    qint64 m_longest = 0;
-};
 
 /// The program as far as it has to do with an answer: transport, store, model, and the text that
 /// shows the last message.

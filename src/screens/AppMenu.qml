@@ -9,10 +9,10 @@ import Quillmere.Screens
 MenuPanel {
     id: menu
 
-    required property list<T.Action> commands
+    required property WindowCommands commands
 
     Repeater {
-        model: menu.commands
+        model: menu.commands.actions
 
         delegate: MenuRow {
             required property T.Action modelData

@@ -5,20 +5,29 @@ import QtQuick.Layouts
 import Quillmere.Presentation
 import Quillmere.Screens
 
-// A row under a rule that leads somewhere else.
-PlainButton {
+// What a row says that leads somewhere else, under a rule.
+Item {
     id: row
 
     required property string title
     required property string symbol
-    property font face
+    required property font face
+    required property real padding
     property real leading: 0
 
-    overSheet: true
-    radius: 4
-    Accessible.name: title
+    implicitHeight: words.implicitHeight + 2 * padding
 
-    contentItem: RowLayout {
+    Rectangle {
+        width: parent.width
+        height: 1
+        color: Ink.paperLine
+    }
+
+    RowLayout {
+        id: words
+
+        y: row.padding
+        width: row.width
         spacing: 15
 
         TextLabel {
@@ -36,11 +45,5 @@ PlainButton {
             size: 18
             color: Ink.paperInk
         }
-    }
-
-    Rectangle {
-        width: parent.width
-        height: 1
-        color: Ink.paperLine
     }
 }

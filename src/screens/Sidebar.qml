@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -10,11 +9,11 @@ Rectangle {
     id: sidebar
 
     required property AppStore store
-    required property list<T.Action> commands
+    required property WindowCommands commands
 
     // To the row above or below. False at either end.
     function step(forward: bool): bool {
-        const row = Window.window.activeFocusItem.nextItemInFocusChain(forward); // qmllint disable compiler
+        const row = Window.activeFocusItem.nextItemInFocusChain(forward);
         let above = row;
         while (above && above !== sidebar)
             above = above.parent;
@@ -64,7 +63,6 @@ Rectangle {
                 symbol: "ellipsis"
                 help: "Quillmere.Chat"
                 tint: Ink.mute
-                Accessible.role: Accessible.ButtonMenu
                 onClicked: {
                     if (!menu.item)
                         menu.setSource("AppMenu.qml", {
