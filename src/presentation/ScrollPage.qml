@@ -11,7 +11,6 @@ Flickable {
     // Where the arrow keys mean something else.
     property bool scrollsByKey: true
     readonly property real lowest: Math.max(0, contentHeight + bottomMargin - height)
-    readonly property Item focused: Window.activeFocusItem
 
     function scrollTo(y: real) {
         glide.stop();
@@ -22,13 +21,6 @@ Flickable {
         glide.stop();
         glide.to = Math.max(0, Math.min(y, lowest));
         glide.start();
-    }
-
-    function contains(item: Item): bool {
-        let above = item;
-        while (above && above !== contentItem)
-            above = above.parent;
-        return above === contentItem;
     }
 
     // What is higher than the page shows its beginning.
@@ -48,12 +40,6 @@ Flickable {
     flickableDirection: Flickable.VerticalFlick
     clip: true
     onMovementStarted: glide.stop()
-    onFocusedChanged: {
-        // A press of the mouse moves nothing under the pointer.
-        const control = focused as T.Control;
-        if (contains(focused) && (!control || control.visualFocus))
-            reveal(focused);
-    }
 
     T.ScrollBar.vertical: ScrollBarLine {}
 
@@ -86,6 +72,11 @@ Flickable {
         default:
             event.accepted = false;
         }
+    }
+
+    KeyboardFocus {
+        within: page.contentItem
+        onMoved: item => page.reveal(item)
     }
 
     NumberAnimation {

@@ -13,11 +13,13 @@ T.TextField {
     property bool secret: false
     property color ground: Ink.paper0
 
-    implicitHeight: contentHeight + topPadding + bottomPadding
+    // Of the font: the dots of a secret, or letters that another font has to lend, are higher.
+    implicitHeight: Math.ceil(metrics.height) + topPadding + bottomPadding
     padding: 13
     activeFocusOnTab: true
     selectByMouse: true
     clip: true
+    verticalAlignment: TextInput.AlignVCenter
     font: Fonts.face.field(20)
     color: Ink.paper
     selectionColor: Ink.flagship
@@ -25,6 +27,12 @@ T.TextField {
     echoMode: secret ? TextInput.Password : TextInput.Normal
     Accessible.name: title
     Accessible.passwordEdit: secret
+
+    FontMetrics {
+        id: metrics
+
+        font: entry.font
+    }
 
     background: Rectangle {
         radius: 9

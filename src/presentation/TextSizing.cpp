@@ -4,6 +4,7 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -90,7 +91,8 @@ void TextSizing::keepPlace() {
     const qreal lowest =
         viewValue("contentHeight") + viewValue("bottomMargin") - m_view->height();
     m_keepingPlace = true;
-    m_view->setProperty("contentY", std::max(0.0, std::min(y, lowest)));
+    // The view would move to a whole number by itself, which would look like scrolling.
+    m_view->setProperty("contentY", std::round(std::max(0.0, std::min(y, lowest))));
     m_keepingPlace = false;
 }
 

@@ -45,6 +45,7 @@ PlainButton {
         id: menu
 
         MenuRow {
+            indented: true
             text: button.store.words.text("allArchives")
             onTriggered: button.model.searchAllArchives()
         }

@@ -34,11 +34,8 @@ FocusScope {
         sheet.active = true;
     }
 
-    Accessible.role: Accessible.Document
-    Accessible.name: reading.title
-
     // Also from the dock.
-    Keys.forwardTo: scroll
+    Keys.forwardTo: [scroll]
     Keys.onPressed: event => {
         event.accepted = true;
         if (event.matches(StandardKey.Copy))
@@ -82,8 +79,8 @@ FocusScope {
         words: {
             if (!reading.loaded)
                 return reading.failed ? failure.words : "";
-            return [reading.title, reading.offline ? reader.store.words.text("offlineCopy") : "",
-                reading.languageNote].filter(part => part !== "").join(". ");
+            return reading.title + (reading.offline ? ". " + reader.store.words.text("offlineCopy") : "") + (
+                reading.languageNote === "" ? "" : ". " + reading.languageNote);
         }
     }
 
@@ -112,9 +109,10 @@ FocusScope {
         anchors.fill: parent
         visible: reading.loaded || !reading.failed
         focus: true
-        activeFocusOnTab: true
         contentHeight: column.implicitHeight + 2 * reader.side + (reading.hasLesson ? 80 : 0)
         bottomMargin: dock.visible ? dock.height + 2 * dock.outside : 0
+        Accessible.role: Accessible.Document
+        Accessible.name: reading.title
 
         Column {
             id: column
@@ -124,10 +122,17 @@ FocusScope {
             width: Math.min(740, scroll.width - 2 * reader.side)
             spacing: 28
 
-            ReaderControls {
+            Item {
                 width: parent.width
-                store: reader.store
-                model: reading
+                height: controls.height + 12
+
+                ReaderControls {
+                    id: controls
+
+                    width: parent.width
+                    store: reader.store
+                    model: reading
+                }
             }
 
             ReaderHeader {

@@ -36,7 +36,7 @@ Window {
 
         anchors.fill: parent
         store: window.store
-        commands: commands
+        menu: commands.menu
     }
 
     Loader {

@@ -13,7 +13,6 @@ Item {
     required property string symbol
     required property font face
     required property real padding
-    property real leading: 0
 
     implicitHeight: words.implicitHeight + 2 * padding
 
@@ -35,7 +34,6 @@ Item {
             text: row.title
             wrapMode: Text.Wrap
             font: row.face
-            leading: row.leading
             color: Ink.paperInk
             Accessible.ignored: true
         }

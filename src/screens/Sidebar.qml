@@ -9,7 +9,8 @@ Rectangle {
     id: sidebar
 
     required property AppStore store
-    required property WindowCommands commands
+    // Of the window.
+    required property Component menu
 
     // To the row above or below. False at either end.
     function step(forward: bool): bool {
@@ -64,16 +65,15 @@ Rectangle {
                 help: "Quillmere.Chat"
                 tint: Ink.mute
                 onClicked: {
-                    if (!menu.item)
-                        menu.setSource("AppMenu.qml", {
-                            commands: sidebar.commands,
-                            parent: menuButton
-                        });
-                    (menu.item as AppMenu).open();
+                    menu.active = true;
+                    (menu.item as MenuPanel).openUnder(menuButton);
                 }
 
                 Loader {
                     id: menu
+
+                    active: false
+                    sourceComponent: sidebar.menu
                 }
             }
         }

@@ -48,7 +48,6 @@ Column {
                     title: source.title
                     symbol: "arrow.up.right"
                     face: Fonts.face.reading(list.store.readingSize - 1)
-                    leading: 4
                     padding: 12
                 }
             }

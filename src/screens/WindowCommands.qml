@@ -2,9 +2,10 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Quillmere.Presentation
 import Quillmere.Screens
 
-// What a window can be told from anywhere, with the shortcuts.
+// What a window can be told from anywhere, by shortcut and from a menu.
 QtObject {
     id: commands
 
@@ -37,6 +38,18 @@ QtObject {
             onTriggered: Qt.quit()
         }
     ]
+
+    readonly property Component menu: MenuPanel {
+        Repeater {
+            model: commands.actions
+
+            delegate: MenuRow {
+                required property T.Action modelData
+
+                action: modelData
+            }
+        }
+    }
 
     signal anotherWindowWanted
     signal settingsWanted
