@@ -6,10 +6,12 @@
 #include "service/LineReader.h"
 #include "tests/store/StoreAccess.h"
 #include "tests/support/FixedAppearance.h"
+#include "tests/support/FixedRandom.h"
 #include "tests/support/MemoryCredentials.h"
 #include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
 #include "tests/support/RecordingBrowser.h"
+#include "tests/support/RecordingBrowserSession.h"
 
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -73,8 +75,9 @@ class Program final {
 public:
     explicit Program(const QString &server) {
         m_preferences.setValue(QStringLiteral("server"), server);
-        m_store = std::make_unique<AppStore>(Platform{
-            m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files, m_credentials});
+        m_store = std::make_unique<AppStore>(Platform{m_transport, m_preferences, m_clock,
+                                                      m_browser, m_appearance, m_files,
+                                                      m_credentials, m_random, m_browserSession});
         StoreAccess::setAccount(*m_store, QStringLiteral("user"));
         m_store->loadLibrary();
         QObject::connect(m_store.get(), &AppStore::chattingChanged, &m_loop, [this] {
@@ -121,6 +124,8 @@ private:
     FixedAppearance m_appearance;
     MemoryFiles m_files;
     MemoryCredentials m_credentials;
+    FixedRandom m_random;
+    RecordingBrowserSession m_browserSession;
     QEventLoop m_loop;
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_edit;
