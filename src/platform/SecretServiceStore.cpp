@@ -1,5 +1,7 @@
 #include "platform/SecretServiceStore.h"
 
+#include "platform/SessionBus.h"
+
 #include <QPromise>
 
 #include <qcoro/qcorofuture.h>
@@ -201,6 +203,8 @@ SecretServiceStore::~SecretServiceStore() {
 }
 
 Task<void> SecretServiceStore::prepare() {
+    if (!SessionBus::isThere())
+        co_return;
     if (!m_opening.isRunning()) {
         QPromise<bool> promise;
         std::promise<void> ended;
