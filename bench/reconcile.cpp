@@ -6,7 +6,6 @@
 #include "platform/SystemClock.h"
 #include "platform/SystemFiles.h"
 #include "records/Json.h"
-#include "screens/CaseBrowserModel.h"
 #include "screens/HistoryModel.h"
 #include "storage/LibraryDisk.h"
 #include "sync/LibrarySync.h"
@@ -80,7 +79,7 @@ void buildMaps(const LibraryReply &reply) {
     benchmark::DoNotOptimize(conversations);
 }
 
-/// A signed-in program with the lists of its screens, on a real disk and a real connection.
+/// A signed-in program with the list of its history, on a real disk and a real connection.
 class Program final {
 public:
     explicit Program(const QString &server) {
@@ -89,12 +88,9 @@ public:
             Platform{m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files,
                      m_credentials, m_random, m_browserSession});
         StoreAccess::setAccount(*m_store, QStringLiteral("user"));
-        m_store->setDestination(QStringLiteral("saved"));
         m_store->loadLibrary();
         m_history.setProperty("store", QVariant::fromValue(m_store.get()));
         m_history.componentComplete();
-        m_saved.setStore(m_store.get());
-        m_saved.componentComplete();
         QObject::connect(m_store.get(), &AppStore::syncingChanged, &m_loop, [this] {
             if (!m_store->isSyncing())
                 m_loop.quit();
@@ -128,7 +124,6 @@ private:
     QEventLoop m_loop;
     std::unique_ptr<AppStore> m_store;
     HistoryModel m_history;
-    CaseBrowserModel m_saved;
 };
 
 void measureReconcile() {
