@@ -17,7 +17,8 @@ RowLayout {
     Text {
         Layout.fillWidth: true
         Layout.minimumHeight: more.implicitHeight
-        text: row.store.words.number(row.model.total) + " " + row.store.words.text("columnCases")
+        text: row.store.words.number(row.model.total) + " "
+              + row.store.words.text(row.model.total === 1 ? "columnCase" : "columnCases")
         textFormat: Text.PlainText
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter

@@ -70,7 +70,7 @@ TEST_F(WindowTest, OpensWithoutAServiceAndFindsItLater) {
     EXPECT_TRUE(window().shows(english("offline")));
     EXPECT_TRUE(window().ofType(QStringLiteral("ArchiveRow")).isEmpty());
     EXPECT_TRUE(window().shows(english("browseAllShort")));
-    EXPECT_TRUE(window().press(english("done")));
+    EXPECT_TRUE(window().press(english("close")));
     EXPECT_TRUE(eventually([&] { return !window().shows(alert); }));
     EXPECT_EQ(store().notice(), std::nullopt);
 
