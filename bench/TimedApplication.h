@@ -7,14 +7,7 @@
 #include <time.h>
 #include <utility>
 
-/// Nanoseconds that this thread has worked.
-inline qint64 worked() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
-}
-
-/// Knows the most that the main thread has worked on one event.
+/// Knows the most that the main thread has worked on one event. Waiting does not count.
 class TimedApplication final : public QGuiApplication {
 public:
     using QGuiApplication::QGuiApplication;
@@ -32,6 +25,13 @@ public:
 
     /// Seconds, since the last call.
     double takeLongest() { return static_cast<double>(std::exchange(m_longest, 0)) / 1e9; }
+
+    /// Nanoseconds that this thread has worked.
+    static qint64 worked() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
+    }
 
 private:
     bool m_inside = false;

@@ -1,4 +1,5 @@
 #include "app/WindowOpener.h"
+#include "bench/Measure.h"
 #include "bench/ReadingService.h"
 #include "bench/TimedApplication.h"
 #include "platform/QtTransport.h"
@@ -17,20 +18,9 @@
 #include <QTest>
 #include <QTimer>
 
-#include <benchmark/benchmark.h>
-#include <cstdio>
-#include <cstdlib>
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool holds, const char *what) {
-    if (holds)
-        return;
-    std::fprintf(stderr, "Not as it should be: %s\n", what);
-    std::exit(1);
-}
 
 void wait(int milliseconds) {
     QEventLoop loop;
@@ -105,7 +95,7 @@ struct Opening {
     int frames = 0;
 };
 
-/// From the press on a card to the frames with its title and with its text. Milliseconds.
+/// From the press on a card to the frames with its title and with its text. Seconds.
 Opening open(Program &program, int card) {
     Opening result;
     bool isLoaded = false;
@@ -115,7 +105,7 @@ Opening open(Program &program, int card) {
     QObject::connect(program.window(), &QQuickWindow::frameSwapped, &scope, [&] {
         if (isDone || !program.item("ReaderHeader"))
             return;
-        const auto now = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+        const auto now = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         if (result.firstText == 0)
             result.firstText = now;
         if (isLoaded)
@@ -135,7 +125,7 @@ Opening open(Program &program, int card) {
     return result;
 }
 
-/// The request alone, as the reader makes it. Milliseconds.
+/// The request alone, as the reader makes it. Seconds.
 Task<void> fetch(API api, QString path, QEventLoop *loop) {
     const std::vector<QueryItem> query{{u"locale"_s, u"en"_s}};
     auto fetching = api.get<CaseEntry>(path, query, {});
@@ -150,7 +140,7 @@ double request(Program &program) {
     QEventLoop loop;
     auto fetching = fetch(program.store().api(), Endpoint::caseEntry(u"foible"_s, u"0"_s), &loop);
     loop.exec();
-    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+    return static_cast<double>(clock.nsecsElapsed()) / 1e9;
 }
 
 struct Fling {
@@ -158,16 +148,16 @@ struct Fling {
     double ninetyFifth = 0;
 };
 
-/// Work of the main thread from frame to frame while the cards of an archive fly by. Milliseconds.
+/// Work of the main thread from frame to frame while the cards of an archive fly by. Seconds.
 Fling fling(Program &program, const QString &archive) {
     program.browse(archive);
     auto *list = program.item("CaseList");
     std::vector<double> frames;
-    qint64 before = worked();
+    qint64 before = TimedApplication::worked();
     QObject scope;
     QObject::connect(program.window(), &QQuickWindow::frameSwapped, &scope, [&] {
-        const auto now = worked();
-        frames.push_back(static_cast<double>(now - before) / 1e6);
+        const auto now = TimedApplication::worked();
+        frames.push_back(static_cast<double>(now - before) / 1e9);
         before = now;
     });
     for (int turn = 0; turn < 4; ++turn) {
@@ -179,20 +169,6 @@ Fling fling(Program &program, const QString &archive) {
     frames.erase(frames.begin());
     std::sort(frames.begin(), frames.end());
     return {frames[frames.size() / 2], frames[frames.size() * 95 / 100]};
-}
-
-/// Milliseconds of each round, which the round measures itself.
-void measure(const std::string &name, const std::function<double()> &round) {
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [=](benchmark::State &state) {
-                                     for (auto turn : state) {
-                                         Q_UNUSED(turn)
-                                         state.SetIterationTime(round() / 1e3);
-                                     }
-                                 })
-        ->Unit(benchmark::kMillisecond)
-        ->UseManualTime()
-        ->Iterations(1);
 }
 
 } // namespace
@@ -214,18 +190,18 @@ int main(int argc, char **argv) {
 
     int card = 0;
     const auto openNext = [&] { return open(program, card = 1 - card); };
-    measure("open/first text", [&] { return openNext().firstText; });
-    measure("open/whole text/codec", [&] { return openNext().wholeText; });
-    measure("open/whole text/reference", [&] { return request(program); });
-    // Not a time: so many frames.
-    measure("open/frames after the reply", [&] { return openNext().frames; });
-    measure("step/opening 46 KB", [&] {
+    measureItself("open/first text", [&] { return openNext().firstText; });
+    measureItself("open/whole text/codec", [&] { return openNext().wholeText; });
+    measureItself("open/whole text/reference", [&] { return request(program); });
+    // Not a time: so many frames, as if each took a millisecond.
+    measureItself("frames/after the reply", [&] { return openNext().frames / 1e3; });
+    measureItself("step/opening 46 KB", [&] {
         application.takeLongest();
         openNext();
-        return application.takeLongest() * 1e3;
+        return application.takeLongest();
     });
     int change = 1;
-    measure("step/text size of 46 KB", [&] {
+    measureItself("step/text size of 46 KB", [&] {
         auto *page = program.item("ReaderBody");
         while (page && !page->property("contentY").isValid())
             page = page->parentItem();
@@ -238,14 +214,14 @@ int main(int argc, char **argv) {
             change = -change;
         });
         wait(400);
-        return application.takeLongest() * 1e3;
+        return application.takeLongest();
     });
     for (const auto *archive : {"many", "few"}) {
         const std::string kind = archive == std::string("many") ? "/codec" : "/reference";
         const auto id = QString::fromLatin1(archive);
-        measure("fling/median frame of 100,000 cards" + kind,
+        measureItself("fling/median frame of 100,000 cards" + kind,
                 [&, id] { return fling(program, id).median; });
-        measure("fling/slow frame of 100,000 cards" + kind,
+        measureItself("fling/slow frame of 100,000 cards" + kind,
                 [&, id] { return fling(program, id).ninetyFifth; });
     }
     benchmark::RunSpecifiedBenchmarks();

@@ -11,7 +11,8 @@ RowLayout {
 
     required property AppStore store
     required property CaseBrowserModel model
-    readonly property string words: store.words.number(model.total) + " " + store.words.text("columnCases")
+    readonly property string words: store.words.number(model.total) + " "
+                                    + store.words.text(model.total === 1 ? "columnCase" : "columnCases")
 
     spacing: 10
 

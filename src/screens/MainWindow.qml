@@ -21,6 +21,8 @@ Window {
     visible: true
     title: "Quillmere.Chat"
     color: Ink.paper0
+    // In the next turn of the event loop, while the desktop brings the window onto the screen.
+    Component.onCompleted: store.beginConnect()
 
     WindowCommands {
         id: commands
@@ -56,15 +58,4 @@ Window {
         }
     }
 
-    // The keyring and the network wait until the window can be seen.
-    Connections {
-        id: firstFrame
-
-        target: window
-
-        function onFrameSwapped() {
-            firstFrame.enabled = false;
-            window.store.beginConnect();
-        }
-    }
 }

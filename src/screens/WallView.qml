@@ -88,7 +88,7 @@ Item {
                 view.removing = id;
                 overlay.setSource("ConfirmDialog.qml", {
                     store: view.store,
-                    title: view.store.words.text("removeFromWall")
+                    title: Qt.binding(() => view.store.words.text("removeFromWall"))
                 });
             }
             onActiveFocusChanged: {

@@ -2,7 +2,7 @@
 #include "presentation/Appearance.h"
 #include "presentation/Fonts.h"
 #include "presentation/Ink.h"
-#include "tests/screens/LocalServiceProcess.h"
+#include "tests/support/LocalServiceProcess.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/store/StoreAccess.h"
 #include "tests/support/Await.h"
