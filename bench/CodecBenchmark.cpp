@@ -1,11 +1,7 @@
 #include "bench/HandWritten.h"
+#include "bench/Measure.h"
 #include "bench/SampleRecords.h"
 #include "records/Json.h"
-
-#include <benchmark/benchmark.h>
-
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -21,14 +17,6 @@ void measure(const char *name, const Input &input, qsizetype bytes, Function fun
         }
         state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * bytes);
     })->Unit(benchmark::kMillisecond);
-}
-
-/// A comparison of functions that do not do the same would be worth nothing.
-void require(bool holds, const char *what) {
-    if (holds)
-        return;
-    std::fprintf(stderr, "The two codecs differ: %s\n", what);
-    std::exit(1);
 }
 
 } // namespace

@@ -1,10 +1,9 @@
+#include "bench/Measure.h"
 #include "bench/SampleRecords.h"
 #include "screens/CaseResults.h"
 #include "screens/SavedSearch.h"
 
 #include <QSet>
-
-#include <benchmark/benchmark.h>
 
 namespace {
 
@@ -48,15 +47,6 @@ void appendByHand(const QList<QList<CaseCard>> &pages) {
         }
     }
     benchmark::DoNotOptimize(cards.last());
-}
-
-void measure(const char *name, const std::function<void()> &round) {
-    benchmark::RegisterBenchmark(name, [=](benchmark::State &state) {
-        for (auto turn : state) {
-            Q_UNUSED(turn)
-            round();
-        }
-    })->Unit(benchmark::kMillisecond);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "bench/HandWritten.h"
+#include "bench/Measure.h"
 #include "bench/SampleRecords.h"
 #include "platform/SystemFiles.h"
 #include "records/Json.h"
@@ -8,11 +9,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <benchmark/benchmark.h>
 #include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
-#include <functional>
 #include <malloc.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,29 +19,6 @@ namespace {
 
 constexpr auto dates = DateForm::secondsSince2001;
 const QString key = QStringLiteral("library");
-
-void require(bool holds, const char *what) {
-    if (holds)
-        return;
-    std::fprintf(stderr, "Not as it should be: %s\n", what);
-    std::exit(1);
-}
-
-/// `prepare` runs before each round and is not timed.
-void measure(const char *name, const std::function<void()> &round,
-             const std::function<void()> &prepare = nullptr) {
-    benchmark::RegisterBenchmark(name, [=](benchmark::State &state) {
-        for (auto turn : state) {
-            Q_UNUSED(turn)
-            if (prepare) {
-                state.PauseTiming();
-                prepare();
-                state.ResumeTiming();
-            }
-            round();
-        }
-    })->Unit(benchmark::kMillisecond);
-}
 
 /// One buffer, and every step that makes a save atomic, durable and private; nothing else.
 void writeBare(const QByteArray &directory, const QByteArray &path, const QByteArray &bytes) {

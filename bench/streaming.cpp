@@ -1,4 +1,6 @@
-#include "bench/StreamingService.h"
+#include "bench/FixedService.h"
+#include "bench/Measure.h"
+#include "bench/TimedApplication.h"
 #include "platform/QtTransport.h"
 #include "platform/SystemClock.h"
 #include "presentation/AnswerDocument.h"
@@ -6,65 +8,44 @@
 #include "service/LineReader.h"
 #include "tests/store/StoreAccess.h"
 #include "tests/support/FixedAppearance.h"
+#include "tests/support/FixedRandom.h"
 #include "tests/support/MemoryCredentials.h"
 #include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
 #include "tests/support/RecordingBrowser.h"
+#include "tests/support/RecordingBrowserSession.h"
 
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QTextDocument>
-#include <QThread>
 
-#include <benchmark/benchmark.h>
-#include <cstdio>
-#include <cstdlib>
-#include <functional>
 #include <memory>
-#include <time.h>
 
 namespace {
 
-void require(bool holds, const char *what) {
-    if (holds)
-        return;
-    std::fprintf(stderr, "Not as it should be: %s\n", what);
-    std::exit(1);
+/// Words of some six letters, here and there a strong one, and a paragraph every hundred.
+QByteArray piece(int number) {
+    if (number % 100 == 99)
+        return "\\n\\n";
+    return number % 25 == 0 ? "**strong** " : "words ";
 }
 
-/// Nanoseconds that this thread has worked.
-qint64 worked() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
-}
+/// A long answer as it arrives, and its text.
+struct Answer {
+    QByteArray body;
+    QString text;
 
-/// Knows the most that the main thread has worked on one event.
-class TimedApplication final : public QGuiApplication {
-public:
-    using QGuiApplication::QGuiApplication;
-
-    bool notify(QObject *receiver, QEvent *event) override {
-        if (m_inside || QThread::currentThread() != thread())
-            return QGuiApplication::notify(receiver, event);
-        m_inside = true;
-        const auto before = worked();
-        const bool result = QGuiApplication::notify(receiver, event);
-        m_longest = std::max(m_longest, worked() - before);
-        m_inside = false;
-        return result;
+    explicit Answer(int pieces) {
+        for (int number = 0; number < pieces; ++number) {
+            body += R"({"type":"delta","text":")" + piece(number) + "\"}\n";
+            text += QString::fromLatin1(piece(number))
+                        .replace(QLatin1String("\\n"), QLatin1String("\n"));
+        }
+        body += "{\"type\":\"done\"}\n";
     }
-
-    /// Seconds, since the last call.
-    double takeLongest() { return static_cast<double>(std::exchange(m_longest, 0)) / 1e9; }
-
-private:
-    bool m_inside = false;
-    qint64 m_longest = 0;
 };
 
 /// The program as far as it has to do with an answer: transport, store, model, and the text that
@@ -74,7 +55,8 @@ public:
     explicit Program(const QString &server) {
         m_preferences.setValue(QStringLiteral("server"), server);
         m_store = std::make_unique<AppStore>(Platform{
-            m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files, m_credentials});
+            m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files, m_credentials,
+            m_random, m_browserSession});
         StoreAccess::setAccount(*m_store, QStringLiteral("user"));
         m_store->loadLibrary();
         QObject::connect(m_store.get(), &AppStore::chattingChanged, &m_loop, [this] {
@@ -121,6 +103,8 @@ private:
     FixedAppearance m_appearance;
     MemoryFiles m_files;
     MemoryCredentials m_credentials;
+    FixedRandom m_random;
+    RecordingBrowserSession m_browserSession;
     QEventLoop m_loop;
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_edit;
@@ -145,35 +129,14 @@ QString readBare(const QString &server) {
     return answer;
 }
 
-/// `prepare` runs before each round and is not timed.
-void measure(const std::string &name, const std::function<void()> &round,
-             const std::function<void()> &prepare) {
-    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
-        for (auto turn : state) {
-            Q_UNUSED(turn)
-            state.PauseTiming();
-            prepare();
-            state.ResumeTiming();
-            round();
-        }
-    })->Unit(benchmark::kMillisecond);
-}
-
 /// The longest step of a whole answer counts as the time of a round.
 void measureStep(const std::string &name, TimedApplication &application, Program *program) {
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [=, &application](benchmark::State &state) {
-                                     for (auto turn : state) {
-                                         Q_UNUSED(turn)
-                                         program->prepare();
-                                         application.takeLongest();
-                                         program->run();
-                                         state.SetIterationTime(application.takeLongest());
-                                     }
-                                 })
-        ->Unit(benchmark::kMillisecond)
-        ->UseManualTime()
-        ->Iterations(1);
+    measureItself(name, [program, &application] {
+        program->prepare();
+        application.takeLongest();
+        program->run();
+        return application.takeLongest();
+    });
 }
 
 } // namespace
@@ -183,38 +146,38 @@ int main(int argc, char **argv) {
     TimedApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
 
-    using Pace = StreamingService::Pace;
-    std::vector<std::unique_ptr<StreamingService>> services;
+    using Pace = FixedService::Pace;
+    std::vector<std::unique_ptr<FixedService>> services;
     std::vector<std::unique_ptr<Program>> programs;
-    const auto program = [&](const StreamingService &service) {
+    const auto program = [&](const FixedService &service) {
         return programs.emplace_back(std::make_unique<Program>(service.base())).get();
     };
     for (const int pieces : {20'000, 100'000}) {
+        const Answer answer(pieces);
         const auto &service =
-            *services.emplace_back(std::make_unique<StreamingService>(pieces, Pace::flood));
+            *services.emplace_back(std::make_unique<FixedService>(answer.body, Pace::flood));
         auto *bare = program(service);
         auto *shown = program(service);
         shown->show();
         for (auto *each : {bare, shown}) {
             each->run();
-            require(each->answer() == service.answer(), "the answer");
+            require(each->answer() == answer.text, "the answer");
         }
-        require(readBare(service.base()) == service.answer(), "the reference");
-        require(shown->shown() == service.answer().remove(QLatin1String("**")), "the shown answer");
+        require(readBare(service.base()) == answer.text, "the reference");
+        require(shown->shown() == QString(answer.text).remove(QLatin1String("**")), "the shown answer");
 
         const auto name = std::to_string(pieces) + " pieces";
         const auto base = service.base();
         measure(
             "stream/" + name + "/codec", [bare] { bare->run(); }, [bare] { bare->prepare(); });
-        measure(
-            "stream/" + name + "/reference", [base] { benchmark::DoNotOptimize(readBare(base)); },
-            [] {});
+        measure("stream/" + name + "/reference",
+                [base] { benchmark::DoNotOptimize(readBare(base)); });
         measure(
             "show/" + name, [shown] { shown->run(); }, [shown] { shown->prepare(); });
         measureStep("step/" + name + " at once", application, bare);
     }
-    const auto &steady =
-        *services.emplace_back(std::make_unique<StreamingService>(20'000, Pace::steady));
+    const auto &steady = *services.emplace_back(
+        std::make_unique<FixedService>(Answer(20'000).body, Pace::steady));
     auto *shown = program(steady);
     shown->show();
     measureStep("step/20000 pieces steadily", application, shown);

@@ -9,9 +9,9 @@ namespace {
 using namespace std::chrono_literals;
 using AnswerStream::Step;
 
-/// Long enough to be read as a line, and short enough not to be waited for.
-constexpr auto searchPause = 250ms;
-constexpr auto readPause = 350ms;
+/// Long enough to be seen, and short enough for the first words to come within half a second.
+constexpr auto searchPause = 120ms;
+constexpr auto readPause = 200ms;
 /// Few enough words and short enough pauses for an answer to run like text that is being written.
 constexpr std::array wordsOfPiece = {4, 3, 5, 4, 6};
 constexpr auto piecePause = 25ms;

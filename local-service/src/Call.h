@@ -42,6 +42,7 @@ public:
 
     template <class Record>
     void reply(const Record &record) {
+        m_response.set_header("Cache-Control", "no-store");
         Reply::send(m_response, 200, "application/json", Json::encode(record));
     }
     /// A page for the browser that may load nothing and run nothing, with the one style of this

@@ -9,6 +9,8 @@ namespace Handles {
 
 inline constexpr qsizetype shortest = 2;
 inline constexpr qsizetype longest = 40;
+/// In UTF-16 units: what is longer is no name, however its letters are put together.
+inline constexpr qsizetype longestTyped = 8 * longest;
 
 /// The form in which a name is stored and shown. Only letters, digits, single blanks and ". _ - '"
 /// may stand in it, so that no two names differ in signs that nobody sees. Throws the RequestError

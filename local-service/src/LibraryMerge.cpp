@@ -1,12 +1,20 @@
 #include "LibraryMerge.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Whether whoever made the change had seen what is stored. A device that never got the reply to
-/// its last change still names the version before that one, but of course knows what it wrote.
+/// its last change still names the version before that one, but of course knows what it wrote. That
+/// is not so for a change that was on its way for so long that a later one of the same device has
+/// overtaken it.
 bool hadSeen(const LibraryMerge::Change &change, const LibraryMerge::StoredItem &stored) {
-    return change.baseVersion == stored.version ||
-           (change.writer == stored.writer && change.baseVersion == stored.baseVersion);
+    if (change.baseVersion == stored.version)
+        return true;
+    const bool restIsTheirs = change.writer == stored.writer &&
+                              change.baseVersion >= stored.baseVersion &&
+                              change.baseVersion < stored.version;
+    return restIsTheirs && (change.deleted || change.savedAt >= stored.savedAt);
 }
 
 } // namespace
@@ -18,10 +26,16 @@ LibraryMerge::Decision LibraryMerge::decide(const std::optional<StoredItem> &sto
     // Nobody may delete what they have not seen.
     if (change.deleted)
         return hadSeen(change, *stored) ? Decision::Write : Decision::Keep;
-    if (change.content == stored->content)
-        return Decision::Keep;
+    // Saved once more without a new word, nothing can get lost.
+    if (change.words == stored->words)
+        return change.savedAt > stored->savedAt ? Decision::Write : Decision::Keep;
     // A card holds nothing that its reader has written.
     if (change.kind == Kind::Saved || hadSeen(change, *stored))
         return Decision::Write;
     return Decision::KeepBoth;
+}
+
+qint64 LibraryMerge::baseAfter(const std::optional<StoredItem> &stored, const Change &change) {
+    const bool goesOn = stored && !stored->deleted && stored->writer == change.writer;
+    return goesOn ? std::min(stored->baseVersion, change.baseVersion) : change.baseVersion;
 }

@@ -11,12 +11,15 @@ enum class Kind { Saved, Conversation };
 
 struct StoredItem {
     qint64 version = 0;
-    /// The version on which the item's last writer built, and who that was.
+    /// Who wrote the item last, and the version on which they built: everything since then is
+    /// theirs.
     qint64 baseVersion = 0;
     QByteArray writer;
     bool deleted = false;
-    /// The item as JSON, always in the same form.
-    QByteArray content;
+    /// What the item says, always in the same form, and the moment at which its writer saved it
+    /// (milliseconds since 1970, by the writer's clock; nothing for a card).
+    QByteArray words;
+    qint64 savedAt = 0;
 };
 
 struct Change {
@@ -24,7 +27,8 @@ struct Change {
     qint64 baseVersion = 0;
     QByteArray writer;
     bool deleted = false;
-    QByteArray content;
+    QByteArray words;
+    qint64 savedAt = 0;
 };
 
 enum class Decision {
@@ -38,5 +42,8 @@ enum class Decision {
 
 /// `stored` is absent for an item that the service has never seen.
 Decision decide(const std::optional<StoredItem> &stored, const Change &change);
+
+/// The `baseVersion` of an item once the change has been written.
+qint64 baseAfter(const std::optional<StoredItem> &stored, const Change &change);
 
 } // namespace LibraryMerge

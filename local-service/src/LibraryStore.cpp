@@ -23,6 +23,12 @@ QByteArray contentOf(const LibraryChange &change) {
                                            : Json::encode(*change.card);
 }
 
+/// What a conversation says, whenever it was saved.
+QByteArray wordsOf(Conversation conversation) {
+    conversation.updatedAt = {};
+    return Json::encode(conversation);
+}
+
 /// An item as it stands in the table, before its text is decoded.
 struct Row {
     LibraryRecord record;
@@ -79,19 +85,35 @@ private:
     QString apply(const Incoming &incoming) {
         using enum LibraryMerge::Decision;
         const auto &change = *incoming.change;
-        const auto kind = change.kind == conversationKind ? LibraryMerge::Kind::Conversation
-                                                          : LibraryMerge::Kind::Saved;
-        switch (LibraryMerge::decide(
-            find(change), {kind, change.baseVersion, m_writer, change.deleted, incoming.content})) {
+        const auto claim = claimOf(incoming);
+        const auto stored = find(change);
+        switch (LibraryMerge::decide(stored, claim)) {
         case Keep:
             break;
         case Write:
-            write(change, change.key, incoming.content);
+            write(change, change.key, LibraryMerge::baseAfter(stored, claim), incoming.content);
             break;
         case KeepBoth:
             return preserve(change);
         }
         return {};
+    }
+
+    LibraryMerge::Change claimOf(const Incoming &incoming) const {
+        const auto &change = *incoming.change;
+        const bool isConversation = change.kind == conversationKind;
+        LibraryMerge::Change claim{isConversation ? LibraryMerge::Kind::Conversation
+                                                  : LibraryMerge::Kind::Saved,
+                                   change.baseVersion,
+                                   m_writer,
+                                   change.deleted,
+                                   incoming.content,
+                                   0};
+        if (isConversation && !change.deleted) {
+            claim.words = wordsOf(*change.conversation);
+            claim.savedAt = change.conversation->updatedAt.milliseconds;
+        }
+        return claim;
     }
 
     std::optional<LibraryMerge::StoredItem> find(const LibraryChange &change) {
@@ -101,11 +123,21 @@ private:
         query.bind(m_account).bind(change.kind).bind(change.key);
         if (!query.next())
             return std::nullopt;
-        return LibraryMerge::StoredItem{query.integer(0), query.integer(1), query.utf8(2),
-                                        query.integer(3) != 0, query.utf8(4)};
+        LibraryMerge::StoredItem item{
+            query.integer(0), query.integer(1), query.utf8(2), query.integer(3) != 0, {}, 0};
+        if (item.deleted)
+            return item;
+        item.words = query.utf8(4);
+        if (change.kind == conversationKind) {
+            const auto conversation = Json::decode<Conversation>(item.words);
+            item.words = wordsOf(conversation);
+            item.savedAt = conversation.updatedAt.milliseconds;
+        }
+        return item;
     }
 
-    void write(const LibraryChange &change, const QString &key, const QByteArray &content) {
+    void write(const LibraryChange &change, const QString &key, qint64 base,
+               const QByteArray &content) {
         m_access
             .prepare("INSERT OR REPLACE INTO library_items"
                      " (account, kind, key, version, base, writer, deleted, content)"
@@ -114,7 +146,7 @@ private:
             .bind(change.kind)
             .bind(key)
             .bind(++m_revision)
-            .bind(change.baseVersion)
+            .bind(base)
             .bind(m_writer)
             .bind(qint64(change.deleted))
             .bind(content)
@@ -124,7 +156,7 @@ private:
     QString preserve(const LibraryChange &change) {
         auto copy = *change.conversation;
         copy.id = Identifier::make();
-        write(change, copy.id.text, Json::encode(copy));
+        write(change, copy.id.text, change.baseVersion, Json::encode(copy));
         return copy.id.text;
     }
 

@@ -27,8 +27,9 @@ void RequestLog::finish(const httplib::Request &request, const httplib::Response
     const auto bytes = response.body.size() + response.content_length_;
     const auto size =
         response.is_chunked_content_provider_ ? "stream" : std::to_string(bytes) + " B";
+    const auto path = request.target.substr(0, request.target.find('?'));
     std::fprintf(stderr, "%s %s %d %s %.1f ms\n", escaped(request.method).c_str(),
-                 escaped(request.target).c_str(), response.status, size.c_str(), milliseconds);
+                 escaped(path).c_str(), response.status, size.c_str(), milliseconds);
 }
 
 std::string RequestLog::escaped(const std::string &text) {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-/// One line on standard error for each request: method, address, status, bytes and milliseconds.
-/// Headers and bodies are never written: they hold tokens and private texts.
+/// One line on standard error for each request: method, path, status, bytes and milliseconds.
+/// Queries, headers and bodies are never written: they hold tokens and private texts.
 namespace RequestLog {
 
 /// Starts the clock for the request that this thread has begun to answer.

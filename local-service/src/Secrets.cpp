@@ -1,16 +1,18 @@
 #include "Secrets.h"
 
 #include <QCryptographicHash>
-#include <QRandomGenerator>
 
 #include <array>
+#include <stdexcept>
+
+#include <sys/random.h>
+#include <unistd.h>
 
 QString Secrets::make() {
-    std::array<quint32, 8> words{};
-    QRandomGenerator::system()->fillRange(words.data(), qsizetype(words.size()));
-    const auto bytes =
-        QByteArray::fromRawData(reinterpret_cast<const char *>(words.data()), sizeof words);
-    return QString::fromLatin1(bytes.toHex());
+    std::array<char, 32> bytes{};
+    if (::getentropy(bytes.data(), bytes.size()) != 0)
+        throw std::runtime_error("The system has no random bytes.");
+    return QString::fromLatin1(QByteArray::fromRawData(bytes.data(), bytes.size()).toHex());
 }
 
 QByteArray Secrets::digest(const QByteArray &secret) {

@@ -39,6 +39,9 @@ AccountStore::Credentials SignIn::add(const QString &handle, const QString &pass
 
 std::optional<AccountStore::Credentials> SignIn::verify(const QString &handle,
                                                         const QString &password) {
+    // Such names would only take up the memory that counts the attempts.
+    if (handle.size() > Handles::longestTyped)
+        return std::nullopt;
     const auto name = Handles::folded(handle);
     if (const auto wait = m_limit.admit(name, m_clock()))
         throw RequestError::tooManyAttempts(*wait);

@@ -8,7 +8,7 @@
 #include "records/ArchiveStyle.h"
 #include "records/Identifier.h"
 #include "records/JsonDecoder.h"
-#include "records/JsonEncoder.h"
+#include "records/WallReplies.h"
 
 namespace {
 
@@ -17,16 +17,8 @@ struct CaseToggle {
     QString id;
 };
 
-struct CaseState {
-    bool on = false;
-};
-
 struct Removal {
     QString remove;
-};
-
-struct RemovalReply {
-    bool ok = true;
 };
 
 struct ChatPin {
@@ -34,11 +26,6 @@ struct ChatPin {
     SavedChat thread;
     std::optional<QString> id;
     std::optional<QString> site;
-};
-
-struct ChatPinReply {
-    bool ok = true;
-    WallItem item;
 };
 
 } // namespace
@@ -50,18 +37,8 @@ struct JsonFields<CaseToggle> {
 };
 
 template <>
-struct JsonFields<CaseState> {
-    static constexpr auto table = std::make_tuple(jsonField("on", &CaseState::on));
-};
-
-template <>
 struct JsonFields<Removal> {
     static constexpr auto table = std::make_tuple(jsonField("remove", &Removal::remove));
-};
-
-template <>
-struct JsonFields<RemovalReply> {
-    static constexpr auto table = std::make_tuple(jsonField("ok", &RemovalReply::ok));
 };
 
 template <>
@@ -69,12 +46,6 @@ struct JsonFields<ChatPin> {
     static constexpr auto table =
         std::make_tuple(jsonField("title", &ChatPin::title), jsonField("thread", &ChatPin::thread),
                         jsonField("id", &ChatPin::id), jsonField("site", &ChatPin::site));
-};
-
-template <>
-struct JsonFields<ChatPinReply> {
-    static constexpr auto table =
-        std::make_tuple(jsonField("ok", &ChatPinReply::ok), jsonField("item", &ChatPinReply::item));
 };
 
 namespace {
@@ -157,18 +128,18 @@ void WallRoutes::add(Router &router, Database &database, CaseStore &cases, const
     router.add("POST", QStringLiteral("/v1/wall"), [accounts, wall](Call &call) {
         const auto account = accounts.requireSession(call).number;
         wall.remove(account, call.body<Removal>().remove);
-        call.reply(RemovalReply{});
+        call.reply(WallRemovalReply{true});
     });
     router.add("POST", QStringLiteral("/v1/wall/case"),
                [accounts, wall, &cases, origin, clock](Call &call) {
                    const auto account = accounts.requireSession(call).number;
                    const auto request = call.body<CaseToggle>();
                    call.reply(
-                       CaseState{toggleCase(wall, cases, account, request, origin, clock())});
+                       WallCaseReply{toggleCase(wall, cases, account, request, origin, clock())});
                });
     router.add("POST", QStringLiteral("/v1/wall/chat"), [accounts, wall, clock](Call &call) {
         const auto account = accounts.requireSession(call).number;
         const auto request = call.body<ChatPin>(greatestPin);
-        call.reply(ChatPinReply{true, pinChat(wall, account, request, clock())});
+        call.reply(WallChatReply{true, pinChat(wall, account, request, clock())});
     });
 }

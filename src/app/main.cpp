@@ -9,6 +9,7 @@
 #include "platform/DesktopCredentialStore.h"
 #include "platform/QtTransport.h"
 #include "platform/RunningInstance.h"
+#include "platform/SessionBus.h"
 #include "platform/SettingsPreferences.h"
 #include "platform/Start.h"
 #include "platform/SystemClock.h"
@@ -83,7 +84,7 @@ int main(int argc, char **argv) {
     WindowMemory memory(files, ownState);
     WindowOpener windows(engine, store);
     windows.remember(memory);
-    RunningInstance instance(QDBusConnection::sessionBus(), QLatin1String(BuildSettings::bundleId));
+    RunningInstance instance(SessionBus::connection(), QLatin1String(BuildSettings::bundleId));
     answerCalls(instance, browserSession);
 #ifdef Q_OS_MACOS
     application.installEventFilter(&instance);

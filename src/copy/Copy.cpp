@@ -47,3 +47,8 @@ QString Copy::text(const QString &key, AppLanguage language) {
     }
     return key;
 }
+
+QString Copy::retold(const QString &text, AppLanguage before, AppLanguage after) {
+    const auto key = table(before).key(text);
+    return key.isEmpty() ? text : Copy::text(key, after);
+}

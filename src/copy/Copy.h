@@ -14,6 +14,9 @@ using Table = QHash<QString, QString>;
 /// missing text by comparing with the key. Takes an effective language.
 QString text(const QString &key, AppLanguage language);
 
+/// A text that was told in one language, as another tells it; what is in no table stays as it is.
+QString retold(const QString &text, AppLanguage before, AppLanguage after);
+
 /// The language's table, read once at its first use; empty when its file is missing or broken.
 const Table &table(AppLanguage language);
 

@@ -1,6 +1,7 @@
 #include "platform/DesktopAppearance.h"
 
-#include <QDBusConnection>
+#include "platform/SessionBus.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -36,7 +37,7 @@ bool DesktopAppearance::isDark() const {
 }
 
 void DesktopAppearance::follow() {
-    auto bus = QDBusConnection::sessionBus();
+    auto bus = SessionBus::connection();
     if (!bus.isConnected())
         return;
     // Without a sender name: looking up its owner would block, and a forged colour scheme harms

@@ -72,7 +72,7 @@ T.AbstractButton {
 
     HelpTip {
         text: button.help
-        wanted: button.hovered && !button.down
+        subject: button
     }
 
     Accessible.name: text === "" ? help : text

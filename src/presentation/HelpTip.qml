@@ -9,10 +9,25 @@ Loader {
     id: help
 
     required property string text
-    required property bool wanted
+    required property T.AbstractButton subject
+    // Who has pressed knows what the control does, and may have opened a menu where the tip would be.
+    property bool done: false
 
     anchors.fill: parent
-    active: wanted && text !== ""
+    active: subject.hovered && !done && text !== ""
+
+    Connections {
+        target: help.subject
+
+        function onPressed() {
+            help.done = true;
+        }
+
+        function onHoveredChanged() {
+            if (!help.subject.hovered)
+                help.done = false;
+        }
+    }
 
     sourceComponent: Item {
         T.ToolTip {

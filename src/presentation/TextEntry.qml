@@ -11,16 +11,24 @@ T.TextField {
     required property string title
     property color ground: Ink.paper0
 
-    implicitHeight: contentHeight + topPadding + bottomPadding
+    // Of the font: the dots of a secret, or letters that another font has to lend, are higher.
+    implicitHeight: Math.ceil(metrics.height) + topPadding + bottomPadding
     padding: 13
     activeFocusOnTab: true
     selectByMouse: true
     clip: true
+    verticalAlignment: TextInput.AlignVCenter
     font: Fonts.face.field(20)
     color: Ink.paper
     selectionColor: Ink.flagship
     selectedTextColor: Ink.paperInk
     Accessible.name: title
+
+    FontMetrics {
+        id: metrics
+
+        font: entry.font
+    }
 
     background: Rectangle {
         radius: 9

@@ -21,8 +21,11 @@ struct ChatEvent {
 /// One turn of a conversation. Empty content with references is valid: that is how cases enter a
 /// conversation without a written answer.
 struct ChatMessage {
+    static constexpr QLatin1String user{"user"};
+    static constexpr QLatin1String assistant{"assistant"};
+
     Identifier id = Identifier::make();
-    /// "user" or "assistant".
+    /// One of the two above.
     QString role;
     /// For an assistant, the markdown answer as streamed so far.
     QString content;
@@ -30,6 +33,16 @@ struct ChatMessage {
     QList<CaseCard> references;
     /// How the answer was produced, as the service named it.
     std::optional<QString> mode;
+
+    /// One with an id of its own.
+    static ChatMessage make(const QString &role, const QString &content,
+                            const QList<CaseCard> &references = {}) {
+        ChatMessage message;
+        message.role = role;
+        message.content = content;
+        message.references = references;
+        return message;
+    }
 
     bool operator==(const ChatMessage &) const = default;
 };

@@ -43,16 +43,6 @@ CaseCard caseCard(const SavedCase &saved) {
     return card;
 }
 
-ChatMessage message(const QString &role, const QString &content) {
-    ChatMessage result;
-    result.role = role;
-    result.content = content;
-    return result;
-}
-
-const QString user = QStringLiteral("user");
-const QString assistant = QStringLiteral("assistant");
-
 } // namespace
 
 SavedChat SavedChat::snapshot(const Conversation &conversation, const QStringList &archives,
@@ -78,7 +68,7 @@ SavedChat SavedChat::snapshot(const Conversation &conversation, const QStringLis
     const auto &messages = conversation.messages;
     const auto question =
         std::find_if(messages.begin(), messages.end(),
-                     [](const ChatMessage &candidate) { return candidate.role == user; });
+                     [](const ChatMessage &candidate) { return candidate.role == ChatMessage::user; });
     chat.question = question == messages.end() ? conversation.title : question->content;
     for (qsizetype at = 1; at < messages.size(); ++at) {
         if (!messages[at].content.isEmpty())
@@ -92,15 +82,15 @@ Conversation SavedChat::conversation() const {
     result.title = question;
     result.archives = lit;
     result.wallID = id;
-    result.messages.append(message(user, question));
+    result.messages.append(ChatMessage::make(ChatMessage::user, question));
     if (!cases.isEmpty()) {
-        auto evidence = message(assistant, {});
+        auto evidence = ChatMessage::make(ChatMessage::assistant, {});
         for (const auto &saved : cases)
             evidence.references.append(caseCard(saved));
         result.messages.append(evidence);
     }
     for (const auto &turn : turns)
-        result.messages.append(message(turn.role, turn.content));
+        result.messages.append(ChatMessage::make(turn.role, turn.content));
     return result;
 }
 

@@ -11,14 +11,14 @@
 void AccountModel::componentComplete() {
     m_email = m_store->accountRecord().user.emailText();
     connect(m_store, &AppStore::accountChanged, this, &AccountModel::takeAccount);
-    connect(m_store, &AppStore::syncStatusChanged, this, &AccountModel::syncKeyChanged);
+    connect(m_store, &AppStore::syncStatusChanged, this, &AccountModel::syncedChanged);
     connect(m_store, &AppStore::healthChanged, this, &AccountModel::addressesChanged);
     connect(m_store, &AppStore::wordsChanged, this, &AccountModel::addressesChanged);
     connect(m_store, &AppStore::wordsChanged, this, &AccountModel::languagesChanged);
     connect(m_store, &AppStore::languageChanged, this, &AccountModel::languageChanged);
     // Read before the store was there.
     Q_EMIT accountChanged();
-    Q_EMIT syncKeyChanged();
+    Q_EMIT syncedChanged();
     Q_EMIT addressesChanged();
     Q_EMIT languagesChanged();
     Q_EMIT languageChanged();
@@ -68,10 +68,8 @@ Task<void> AccountModel::resend(QPointer<AccountModel> model, AppStore *store) {
         model->setResend(false, sent);
 }
 
-QString AccountModel::syncKey() const {
-    return m_store && m_store->syncStatus().startsWith(QLatin1String("Not synced:"))
-               ? QStringLiteral("syncPending")
-               : QStringLiteral("syncDone");
+bool AccountModel::isSynced() const {
+    return !m_store || !m_store->syncStatus().startsWith(QLatin1String("Not synced:"));
 }
 
 void AccountModel::beginSync() {

@@ -16,7 +16,7 @@ class AccountModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(bool pro READ isPro NOTIFY accountChanged FINAL)
     Q_PROPERTY(bool resending READ isResending NOTIFY resendChanged FINAL)
     Q_PROPERTY(bool resent READ isResent NOTIFY resendChanged FINAL)
-    Q_PROPERTY(QString syncKey READ syncKey NOTIFY syncKeyChanged FINAL)
+    Q_PROPERTY(bool synced READ isSynced NOTIFY syncedChanged FINAL)
     Q_PROPERTY(QUrl registration READ registration NOTIFY addressesChanged FINAL)
     Q_PROPERTY(QUrl accountPage READ accountPage NOTIFY addressesChanged FINAL)
     Q_PROPERTY(QUrl privacy READ privacy NOTIFY addressesChanged FINAL)
@@ -35,7 +35,7 @@ public:
     Q_INVOKABLE void beginResend();
 
     /// The key of the short word on the state of the synchronisation.
-    QString syncKey() const;
+    bool isSynced() const;
     /// Synchronises, and fetches the wall after it.
     Q_INVOKABLE void beginSync();
 
@@ -58,7 +58,7 @@ public:
 Q_SIGNALS:
     void accountChanged();
     void resendChanged();
-    void syncKeyChanged();
+    void syncedChanged();
     void addressesChanged();
     void languagesChanged();
     void languageChanged();

@@ -54,17 +54,13 @@ ColumnLayout {
             color: ArchiveStyle.color(header.model.archive)
         }
 
-        // A label of the toolkit would keep its own role.
-        Text {
+        TextLabel {
             Layout.fillWidth: true
             Layout.alignment: Qt.AlignTop
             text: header.model.title
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             font: Fonts.face.archivo(29, 800, 88)
-            color: Ink.paper
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
     }
 

@@ -39,7 +39,7 @@ Sheet {
                 }
 
                 BrandButton {
-                    text: sheet.store.words.text("done")
+                    text: sheet.store.words.text("close")
                     onClicked: sheet.close()
                 }
             }

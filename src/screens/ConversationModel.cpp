@@ -7,7 +7,7 @@ namespace {
 QString lastAnswer(const Conversation &conversation) {
     const auto &messages = conversation.messages;
     for (auto message = messages.crbegin(); message != messages.crend(); ++message) {
-        if (message->role == QLatin1String("assistant"))
+        if (message->role == ChatMessage::assistant)
             return message->content;
     }
     return {};

@@ -84,7 +84,7 @@ FocusScope {
             x: parent.width - width - 10
             y: 10
             symbol: "ellipsis"
-            help: row.store.words.text("more")
+            help: row.store.words.text("actions")
             focusPolicy: content.focusPolicy
             Accessible.description: row.title
             onClicked: menu.open()

@@ -47,8 +47,8 @@ Rectangle {
     }
 
     color: Ink.paper0
+    // Also at the start, when the identity takes its first value.
     onScreenIdentityChanged: rebuild()
-    Component.onCompleted: rebuild()
 
     Loader {
         id: screen

@@ -34,6 +34,6 @@ QString FilterLabels::category(const QString &value, const QString &archive, con
 
 QString FilterLabels::decade(const QString &value, const Words &words) {
     if (value == QLatin1String("before1940"))
-        return words.text(value);
+        return words.text(QStringLiteral("before1940"));
     return value + QChar(0x2013) + QString::number(value.toLongLong() + 9);
 }

@@ -34,12 +34,12 @@ ColumnLayout {
         spacing: 8
 
         Repeater {
-            model: ["askSuggestSummarise", "askSuggestWhy", "askSuggestDo"]
+            model: [followUps.store.words.text("askSuggestSummarise"), followUps.store.words.text("askSuggestWhy"), followUps.store.words.text("askSuggestDo")]
 
             delegate: BrandButton {
                 required property string modelData
 
-                text: followUps.store.words.text(modelData)
+                text: modelData
                 onClicked: followUps.picked(text)
             }
         }

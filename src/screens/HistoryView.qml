@@ -93,7 +93,7 @@ Item {
                 history.removing = conversationId;
                 dialog.setSource("ConfirmDialog.qml", {
                     store: history.store,
-                    title: history.store.words.text("deleteConfirm")
+                    title: Qt.binding(() => history.store.words.text("deleteConfirm"))
                 });
             }
             onActiveFocusChanged: {

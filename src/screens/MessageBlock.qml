@@ -63,7 +63,7 @@ ColumnLayout {
 
             HelpTip {
                 text: copy.help
-                wanted: copy.hovered && !copy.down
+                subject: copy
             }
         }
     }

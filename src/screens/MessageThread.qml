@@ -31,6 +31,8 @@ ListView {
 
     // The heights of messages out of sight are guesses, so the last stretch is what is animated.
     function showEnd() {
+        // The opener leaves with the first message, but its place only with the next frame.
+        end.forceLayout();
         const before = contentY;
         positionViewAtEnd();
         const end = lowest();

@@ -42,7 +42,7 @@ Sheet {
             Layout.topMargin: 6
             focus: true
             filled: true
-            text: alert.store.words.text("done")
+            text: alert.store.words.text("close")
             onClicked: alert.close()
         }
     }

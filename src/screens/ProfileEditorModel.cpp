@@ -2,6 +2,15 @@
 
 #include "platform/Start.h"
 
+void ProfileEditorModel::setStore(AppStore *store) {
+    m_store = store;
+    connect(store, &AppStore::languageChanged, this, &ProfileEditorModel::changed);
+}
+
+QString ProfileEditorModel::error() const {
+    return m_failure ? m_store->describe(m_failure) : QString();
+}
+
 QString ProfileEditorModel::titleKey() const {
     if (m_action == QLatin1String("rename"))
         return QStringLiteral("changeName");
@@ -41,22 +50,22 @@ void ProfileEditorModel::submit(const QString &value, const QString &old) {
 /// The change goes on when the sheet has gone.
 Task<void> ProfileEditorModel::run(QPointer<ProfileEditorModel> model, AppStore *store,
                                    QJsonObject body) {
-    QString failure;
+    std::exception_ptr failure;
     try {
         auto updating = store->updateProfile(body);
         co_await updating;
     } catch (...) {
-        failure = store->describe(std::current_exception());
+        failure = std::current_exception();
     }
     if (!model)
         co_return;
     model->setState(false, failure);
-    if (failure.isEmpty())
+    if (!failure)
         Q_EMIT model->succeeded();
 }
 
-void ProfileEditorModel::setState(bool busy, const QString &error) {
+void ProfileEditorModel::setState(bool busy, std::exception_ptr failure) {
     m_busy = busy;
-    m_error = error;
+    m_failure = std::move(failure);
     Q_EMIT changed();
 }

@@ -9,7 +9,7 @@
 class ProfileEditorModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(AppStore *store MEMBER m_store REQUIRED FINAL)
+    Q_PROPERTY(AppStore *store READ store WRITE setStore REQUIRED FINAL)
     /// "rename", "email", "password" or "delete".
     Q_PROPERTY(QString action MEMBER m_action REQUIRED FINAL)
     Q_PROPERTY(QString titleKey READ titleKey CONSTANT FINAL)
@@ -19,10 +19,14 @@ class ProfileEditorModel : public QObject {
 public:
     explicit ProfileEditorModel(QObject *parent = nullptr) : QObject(parent) {}
 
+    AppStore *store() const { return m_store; }
+    /// To be set once.
+    void setStore(AppStore *store);
+
     QString titleKey() const;
     bool isBusy() const { return m_busy; }
-    /// Why the last attempt failed; empty without one.
-    QString error() const { return m_error; }
+    /// Why the last attempt failed, in the language of the interface; empty without one.
+    QString error() const;
 
     /// `old` is the present password where the new one is `value`.
     Q_INVOKABLE void submit(const QString &value, const QString &old);
@@ -36,10 +40,10 @@ Q_SIGNALS:
 private:
     [[nodiscard]] static Task<void> run(QPointer<ProfileEditorModel> model, AppStore *store,
                                         QJsonObject body);
-    void setState(bool busy, const QString &error);
+    void setState(bool busy, std::exception_ptr failure);
 
     AppStore *m_store = nullptr;
     QString m_action;
     bool m_busy = false;
-    QString m_error;
+    std::exception_ptr m_failure;
 };

@@ -1,11 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import Quillmere.Presentation
 
-// One value of the profile, with the way to change it.
-RowLayout {
+// One value of the profile, with the way to change it. Not a layout: those give wrapped texts the
+// height of another width.
+Item {
     id: row
 
     required property string label
@@ -14,10 +14,13 @@ RowLayout {
 
     signal wanted
 
-    spacing: 12
+    implicitHeight: Math.max(name.height, text.height, button.height)
 
     TextLabel {
-        Layout.preferredWidth: 110
+        id: name
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: 110
         text: row.label
         wrapMode: Text.Wrap
         font: Fonts.face.mono(12)
@@ -25,11 +28,16 @@ RowLayout {
     }
 
     TextEdit {
-        Layout.fillWidth: true
+        id: text
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.left: name.right
+        anchors.leftMargin: 12
+        anchors.right: button.left
+        anchors.rightMargin: 12
         text: row.value
         readOnly: true
         selectByMouse: true
-        verticalAlignment: TextEdit.AlignVCenter
         wrapMode: TextEdit.Wrap
         textFormat: TextEdit.PlainText
         font: Fonts.face.reading(21)
@@ -41,6 +49,10 @@ RowLayout {
     }
 
     LinkButton {
+        id: button
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: parent.right
         text: row.change
         onClicked: row.wanted()
     }

@@ -40,7 +40,7 @@ PlainButton {
 
     HelpTip {
         text: control.help
-        wanted: control.hovered && !control.down
+        subject: control
     }
 
     Rectangle {

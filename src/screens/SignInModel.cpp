@@ -3,8 +3,17 @@
 #include "platform/CancellationError.h"
 #include "platform/Start.h"
 
+void SignInModel::setStore(AppStore *store) {
+    m_store = store;
+    connect(store, &AppStore::languageChanged, this, &SignInModel::errorChanged);
+}
+
+QString SignInModel::error() const {
+    return m_failure ? m_store->describe(m_failure) : QString();
+}
+
 void SignInModel::begin(const QString &handle, const QString &password) {
-    setError({});
+    setFailure({});
     start(*m_store, [model = QPointer(this), store = m_store, handle, password] {
         return run(model, store, handle, password);
     });
@@ -13,7 +22,7 @@ void SignInModel::begin(const QString &handle, const QString &password) {
 /// The login goes on when the form has gone, which is what a successful one does to it.
 Task<void> SignInModel::run(QPointer<SignInModel> model, AppStore *store, QString handle,
                             QString password) {
-    QString failure;
+    std::exception_ptr failure;
     try {
         auto signingIn = store->login(handle, password);
         co_await signingIn;
@@ -22,15 +31,13 @@ Task<void> SignInModel::run(QPointer<SignInModel> model, AppStore *store, QStrin
     } catch (const CancellationError &) {
         // Whoever changed the identity meanwhile knows.
     } catch (...) {
-        failure = store->describe(std::current_exception());
+        failure = std::current_exception();
     }
-    if (model && !failure.isEmpty())
-        model->setError(failure);
+    if (model && failure)
+        model->setFailure(failure);
 }
 
-void SignInModel::setError(const QString &error) {
-    if (m_error == error)
-        return;
-    m_error = error;
+void SignInModel::setFailure(std::exception_ptr failure) {
+    m_failure = std::move(failure);
     Q_EMIT errorChanged();
 }

@@ -9,13 +9,18 @@
 class SignInModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(AppStore *store MEMBER m_store REQUIRED FINAL)
+    Q_PROPERTY(AppStore *store READ store WRITE setStore REQUIRED FINAL)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged FINAL)
 
 public:
     explicit SignInModel(QObject *parent = nullptr) : QObject(parent) {}
 
-    QString error() const { return m_error; }
+    AppStore *store() const { return m_store; }
+    /// To be set once.
+    void setStore(AppStore *store);
+
+    /// In the language of the interface; empty when nothing is wrong.
+    QString error() const;
 
     Q_INVOKABLE void begin(const QString &handle, const QString &password);
 
@@ -27,8 +32,8 @@ Q_SIGNALS:
 private:
     [[nodiscard]] static Task<void> run(QPointer<SignInModel> model, AppStore *store,
                                         QString handle, QString password);
-    void setError(const QString &error);
+    void setFailure(std::exception_ptr failure);
 
     AppStore *m_store = nullptr;
-    QString m_error;
+    std::exception_ptr m_failure;
 };

@@ -44,7 +44,7 @@ Card {
 
         TextLabel {
             visible: !card.busy
-            text: card.store.words.text(card.model.syncKey)
+            text: card.store.words.text(card.model.synced ? "syncDone" : "syncPending")
             font: Fonts.face.mono(11)
             color: Ink.mute
         }

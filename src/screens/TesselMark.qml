@@ -21,6 +21,7 @@ Item {
         source: "qrc:/images/tessel-mark.png"
         sourceSize.width: mark.size * Screen.devicePixelRatio
         sourceSize.height: mark.size * Screen.devicePixelRatio
+        asynchronous: true
         smooth: true
         visible: status === Image.Ready
     }

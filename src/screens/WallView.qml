@@ -89,7 +89,7 @@ Item {
                 view.removing = id;
                 overlay.setSource("ConfirmDialog.qml", {
                     store: view.store,
-                    title: view.store.words.text("removeFromWall")
+                    title: Qt.binding(() => view.store.words.text("removeFromWall"))
                 });
             }
             onActiveFocusChanged: {

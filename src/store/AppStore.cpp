@@ -1,6 +1,7 @@
 #include "store/AppStore.h"
 
 #include "BuildSettings.h"
+#include "copy/Copy.h"
 #include "platform/Browser.h"
 #include "platform/Clock.h"
 #include "platform/CredentialStore.h"
@@ -75,8 +76,23 @@ void AppStore::setLanguage(AppLanguage language) {
     m_platform.preferences.setValue(QStringLiteral("uiLanguage"), AppLanguages::rawValue(language));
     if (m_language == language)
         return;
+    const auto before = effectiveLanguage();
     m_language = language;
+    retell(before);
     Q_EMIT languageChanged();
+}
+
+/// What is kept as a text follows the language, too.
+void AppStore::retell(AppLanguage before) {
+    const auto after = effectiveLanguage();
+    const auto told = [=](std::optional<QString> text) {
+        if (text)
+            text = Copy::retold(*text, before, after);
+        return text;
+    };
+    publish(m_notice, told(m_notice), &AppStore::noticeChanged);
+    publish(m_chatError, told(m_chatError), &AppStore::chatErrorChanged);
+    publish(m_wallError, told(m_wallError), &AppStore::wallErrorChanged);
 }
 
 void AppStore::setLanguageValue(const QString &rawValue) {

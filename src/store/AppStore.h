@@ -463,6 +463,8 @@ private:
     Task<void> receiveAnswer(ChatRun run);
     void takeEvent(const ChatEvent &event, qsizetype index);
 
+    void retell(AppLanguage before);
+
     /// Tells the screens only of what really is another value.
     template <class Value>
     void publish(Value &field, const std::type_identity_t<Value> &value,

@@ -13,7 +13,7 @@ namespace {
 std::optional<QString> firstQuestion(const Conversation &chat) {
     const auto asked =
         std::find_if(chat.messages.begin(), chat.messages.end(), [](const ChatMessage &message) {
-            return message.role == QLatin1String("user");
+            return message.role == ChatMessage::user;
         });
     return asked == chat.messages.end() ? std::nullopt : std::optional(asked->content);
 }
@@ -55,5 +55,5 @@ Task<void> AppStore::requestMoreCases(QString archive) {
 }
 
 void AppStore::beginRequestMoreCases(const QString &archive) {
-    start([this, archive] { return requestMoreCases(archive); });
+    start(*this, [this, archive] { return requestMoreCases(archive); });
 }

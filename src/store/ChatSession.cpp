@@ -18,18 +18,6 @@ namespace {
 constexpr int longestQuestionTitle = 100;
 constexpr int longestTypedTitle = 150;
 
-ChatMessage message(const QString &role, const QString &content,
-                    const QList<CaseCard> &references = {}) {
-    ChatMessage result;
-    result.role = role;
-    result.content = content;
-    result.references = references;
-    return result;
-}
-
-const QString user = QStringLiteral("user");
-const QString assistant = QStringLiteral("assistant");
-
 } // namespace
 
 struct AppStore::ChatRun {
@@ -94,9 +82,9 @@ void AppStore::startChat(const QString &question, const QList<CaseCard> &evidenc
     auto earlier = chat.messages;
     // Only for the request, which sends the cases of the last message that cites any.
     if (!evidence.isEmpty())
-        earlier.append(message(assistant, {}, evidence));
-    chat.messages.append(message(user, asked));
-    chat.messages.append(message(assistant, {}));
+        earlier.append(ChatMessage::make(ChatMessage::assistant, {}, evidence));
+    chat.messages.append(ChatMessage::make(ChatMessage::user, asked));
+    chat.messages.append(ChatMessage::make(ChatMessage::assistant, {}));
     setChat(chat);
 
     const ChatRun run{m_chatRun,

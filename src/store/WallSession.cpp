@@ -3,9 +3,9 @@
 #include "platform/Start.h"
 #include "platform/URLError.h"
 #include "records/ArchiveStyle.h"
+#include "records/WallReplies.h"
 #include "service/Endpoints.h"
 #include "service/ServiceError.h"
-#include "service/WallReplies.h"
 #include "storage/ReadingCache.h"
 #include "store/AppStore.h"
 

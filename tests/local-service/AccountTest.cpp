@@ -39,7 +39,9 @@ TEST(Account, BeginsAndEndsSessions) {
 
     EXPECT_EQ(running.ask("/v1/account/logout", "{}", first.token).status, 200);
     EXPECT_EQ(running.ask(me, {}, first.token).status, 401);
-    EXPECT_EQ(running.ask(me, {}, second.token).status, 200);
+    const auto mine = running.ask(me, {}, second.token);
+    EXPECT_EQ(mine.status, 200);
+    EXPECT_EQ(mine.get_header_value("Cache-Control"), "no-store");
 }
 
 TEST(Account, IsAskedForByEveryRequestThatNeedsOne) {
@@ -72,6 +74,11 @@ TEST(Account, DoesNotTellWhetherANameExists) {
     EXPECT_EQ(unknown.status, 401);
     EXPECT_EQ(wrong.body, unknown.body);
     EXPECT_EQ(running.ask(login, R"({"handle":"Ada"})").status, 400);
+
+    // No account has so long a name, and the service keeps no count of such.
+    const std::string endless(1000, 'a');
+    for (int count = 0; count <= AttemptLimit::greatestCount; ++count)
+        EXPECT_EQ(running.ask(login, credentials(endless, "wrong horse")).body, wrong.body);
 
     // The first attempts of each have failed above.
     for (const char *name : {"Ada", "Bob"}) {

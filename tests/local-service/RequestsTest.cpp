@@ -227,6 +227,24 @@ TEST(Requests, ConnectionsAreKeptAndDoNotHinderTheEnd) {
     EXPECT_FALSE(RawConnection(running.service.port()).isConnected());
 }
 
+TEST(RequestLog, TellsNothingPrivate) {
+    testing::internal::CaptureStderr();
+    std::string token;
+    {
+        RunningService running;
+        token = running.join("Ada").token.toStdString();
+        running.get("/v1/search?q=heartache");
+        running.get("/google/native/start?client=macos&state=heartache");
+        running.ask("/v1/account/me", {}, QString::fromStdString(token));
+    }
+    const auto log = testing::internal::GetCapturedStderr();
+    EXPECT_NE(log.find("GET /v1/search 200"), std::string::npos) << log;
+    EXPECT_NE(log.find("GET /google/native/start 400"), std::string::npos) << log;
+    for (const auto &secret :
+         {token, std::string("heartache"), std::string("horse"), std::string("Ada")})
+        EXPECT_EQ(log.find(secret), std::string::npos) << log;
+}
+
 TEST(RequestLog, ShowsEveryByteAsVisibleText) {
     EXPECT_EQ(RequestLog::escaped("/a?b=%20c"), "/a?b=%20c");
     EXPECT_EQ(RequestLog::escaped("/\n\x1b[2J \xc3\xa9\\"), "/\\x0a\\x1b[2J\\x20\\xc3\\xa9\\x5c");

@@ -53,7 +53,7 @@ protected:
         key(Qt::Key_Return);
         answer(Endpoint::caseEntry(entry.archive, entry.id), Json::encode(entry));
         // Made piece by piece, and then laid out with the next frame.
-        ASSERT_TRUE(eventually([&] { return lowest() > 0; }));
+        ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty() && lowest() > 0; }));
     }
 
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -157,6 +157,39 @@ TEST_F(CaseReaderWindowTest, OneSelectionRunsOverSeveralTexts) {
     const auto all = QGuiApplication::clipboard()->text();
     EXPECT_TRUE(all.startsWith(entry.title));
     EXPECT_TRUE(all.contains(entry.sections[1].title + u"\n\n"_s + entry.sections[1].body));
+}
+
+TEST_F(CaseReaderWindowTest, AnotherTextSizeReachesWhatIsInSightFirstAndKeepsThePlace) {
+    auto entry = longCase();
+    for (int more = 0; more < 3; ++more)
+        entry.sections += entry.sections;
+    open(entry);
+    scroll()->setProperty("contentY", std::round(lowest() / 2));
+    const auto isInSight = [&](QQuickItem *text) {
+        const auto y = text->mapToItem(scroll(), QPointF()).y();
+        return y < scroll()->height() && y + text->height() > 0;
+    };
+    QList<QQuickItem *> texts;
+    QQuickItem *first = nullptr;
+    for (auto *text : ofType("SelectableText")) {
+        if (!text->property("size").isValid())
+            continue;
+        texts.append(text);
+        if (!first && isInSight(text))
+            first = text;
+    }
+    ASSERT_GT(texts.size(), 10);
+    ASSERT_NE(first, nullptr);
+    const auto share = [&] { return -first->mapToItem(scroll(), QPointF()).y() / first->height(); };
+    const auto before = share();
+
+    m_store.setReadingSize(22);
+    const auto has = [](QQuickItem *text) { return text->property("size").toInt() == 22; };
+    for (auto *text : texts)
+        EXPECT_TRUE(has(text) || !isInSight(text));
+    EXPECT_FALSE(has(texts.first()));
+    EXPECT_TRUE(eventually([&] { return std::all_of(texts.begin(), texts.end(), has); }));
+    EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; })) << share();
 }
 
 TEST_F(CaseReaderWindowTest, AMessageStandsAboveTheSheetAndLeavesItOpen) {

@@ -91,10 +91,9 @@ TEST_F(ChatWindowTest, aGrowingAnswerKeepsItsTextItemAndTheSelectionInIt) {
 TEST_F(ChatWindowTest, aLongConversationMakesOnlyWhatIsInSight) {
     Conversation conversation;
     for (int at = 0; at < 200; ++at) {
-        ChatMessage message;
-        message.role = at % 2 == 0 ? u"user"_s : u"assistant"_s;
-        message.content = u"A sentence of the talk. "_s.repeated(40);
-        conversation.messages.append(message);
+        conversation.messages.append(
+            ChatMessage::make(at % 2 == 0 ? ChatMessage::user : ChatMessage::assistant,
+                              u"A sentence of the talk. "_s.repeated(40)));
     }
     store().openChat(conversation);
     EXPECT_TRUE(eventually([&] { return !window().ofType(u"MessageBlock"_s).isEmpty(); }));

@@ -21,12 +21,8 @@ QStringList column(const QAbstractListModel &model, int role) {
 Conversation conversation(const QString &title, const QList<QStringList> &talk = {}) {
     Conversation result;
     result.title = title;
-    for (const auto &turn : talk) {
-        ChatMessage message;
-        message.role = turn[0];
-        message.content = turn[1];
-        result.messages.append(message);
-    }
+    for (const auto &turn : talk)
+        result.messages.append(ChatMessage::make(turn[0], turn[1]));
     return result;
 }
 

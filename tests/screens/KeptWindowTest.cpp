@@ -45,7 +45,7 @@ protected:
 
     void chooseInMenu(const QString &name) {
         press(Qt::Key_Tab);
-        ASSERT_TRUE(comesTo(english("more"))) << focus().toStdString();
+        ASSERT_TRUE(comesTo(english("actions"))) << focus().toStdString();
         press(Qt::Key_Space);
         ASSERT_TRUE(eventually([&] { return !m_window->ofType(u"MenuRow"_s).isEmpty(); }));
         press(Qt::Key_Down);
@@ -71,14 +71,14 @@ TEST_F(KeptWindow, TheKeyboardRenamesAndDeletesAndComesBackToItsRow) {
         QTest::keyClick(m_window->window(), letter);
     press(Qt::Key_Return);
     EXPECT_TRUE(eventually([&] { return store.library().conversations[1].title == u"Second"_s; }));
-    EXPECT_TRUE(comesTo(english("more"))) << focus().toStdString();
+    EXPECT_TRUE(comesTo(english("actions"))) << focus().toStdString();
 
     press(Qt::Key_Backtab);
     ASSERT_TRUE(comesTo(u"Second"_s)) << focus().toStdString();
     chooseInMenu(english("delete"));
     ASSERT_TRUE(comesTo(english("cancel"))) << focus().toStdString();
     press(Qt::Key_Escape);
-    EXPECT_TRUE(comesTo(english("more"))) << focus().toStdString();
+    EXPECT_TRUE(comesTo(english("actions"))) << focus().toStdString();
     EXPECT_EQ(store.library().conversations.size(), 3);
 
     press(Qt::Key_Backtab);

@@ -1,8 +1,8 @@
 #include "copy/Copy.h"
 #include "platform/QtTransport.h"
-#include "tests/screens/LocalServiceProcess.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/support/Await.h"
+#include "tests/support/LocalServiceProcess.h"
 #include "tests/support/MessageCatcher.h"
 #include "tests/support/TestPlatform.h"
 
@@ -70,7 +70,7 @@ TEST_F(WindowTest, OpensWithoutAServiceAndFindsItLater) {
     EXPECT_TRUE(window().shows(english("offline")));
     EXPECT_TRUE(window().ofType(QStringLiteral("ArchiveRow")).isEmpty());
     EXPECT_TRUE(window().shows(english("browseAllShort")));
-    EXPECT_TRUE(window().press(english("done")));
+    EXPECT_TRUE(window().press(english("close")));
     EXPECT_TRUE(eventually([&] { return !window().shows(alert); }));
     EXPECT_EQ(store().notice(), std::nullopt);
 

@@ -23,11 +23,8 @@ CaseCard card(const QString &id, const std::optional<QString> &accessKey = std::
 }
 
 ChatMessage message(const QString &content, const QList<CaseCard> &references = {}) {
-    ChatMessage result;
-    result.role = references.isEmpty() ? u"user"_s : u"assistant"_s;
-    result.content = content;
-    result.references = references;
-    return result;
+    return ChatMessage::make(references.isEmpty() ? ChatMessage::user : ChatMessage::assistant,
+                             content, references);
 }
 
 class ChatStream : public testing::Test {

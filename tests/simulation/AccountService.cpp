@@ -8,8 +8,6 @@
 
 namespace {
 
-const QString conversationKind = QStringLiteral("conversation");
-
 HttpResponse refused() {
     return {401, R"({"error":"signin_required"})"};
 }
@@ -50,10 +48,11 @@ HttpResponse AccountService::login() {
     return {200, Json::encode(login)};
 }
 
-HttpResponse AccountService::answer(const HttpRequest &request) {
+HttpResponse AccountService::answer(const HttpRequest &request,
+                                    const std::optional<LibrarySyncState> &known) {
     const auto path = request.url.path().mid(1);
     if (path == Endpoint::health)
-        return {200, R"({"ok":true,"environment":"test","chatMode":"test","total":0})"};
+        return {200, Json::encode(Health{true, {}, {}, {}, 0})};
     if (path == Endpoint::archives || path == Endpoint::wall)
         return {200, R"({"items":[]})"};
     if (path == Endpoint::login)
@@ -73,15 +72,14 @@ HttpResponse AccountService::answer(const HttpRequest &request) {
     if (path == Endpoint::chatRuns)
         return {200, answerText()};
     if (path == Endpoint::library)
-        return exchange(*session, Json::decode<LibraryUpload>(*request.body));
+        return exchange(*session, Json::decode<LibraryUpload>(*request.body), known);
     return {404, R"({"error":"not_found"})"};
 }
 
-HttpResponse AccountService::exchange(const Session &session, const LibraryUpload &upload) {
-    countConflicts(upload);
+HttpResponse AccountService::exchange(const Session &session, const LibraryUpload &upload,
+                                      const std::optional<LibrarySyncState> &known) {
     const auto reply = LibraryStore::exchange(m_database, session, upload.changes);
-    for (const auto &conflict : reply.conflicts.value_or(QList<LibraryConflict>()))
-        m_preserved.insert(conflict.preservedKey);
+    m_audit.exchanged(session.tokenDigest, upload, reply, known);
     return {200, Json::encode(reply)};
 }
 
@@ -89,18 +87,7 @@ LibraryReply AccountService::library() {
     return LibraryStore::exchange(m_database, m_observer, {});
 }
 
-void AccountService::countConflicts(const LibraryUpload &upload) {
-    QHash<QString, LibraryRecord> held;
-    for (const auto &record : library().records)
-        held.insert(record.identity(), record);
-    for (const auto &change : upload.changes) {
-        if (m_taken.contains(change.opId.text))
-            continue;
-        m_taken.insert(change.opId.text);
-        const auto found = held.constFind(change.identity());
-        if (change.kind == conversationKind && !change.deleted && found != held.cend() &&
-            !found->deleted && found->version != change.baseVersion &&
-            found->conversation != change.conversation)
-            ++m_conflicts;
-    }
+void AccountService::endSession(const QByteArray &token) {
+    if (const auto session = m_accounts.session(token))
+        m_accounts.closeSession(session->tokenDigest);
 }

@@ -4,8 +4,7 @@
 #include "local-service/src/Database.h"
 #include "platform/Transport.h"
 #include "records/Library.h"
-
-#include <QSet>
+#include "tests/simulation/Audit.h"
 
 /// The bundled service's own accounts and libraries, without HTTP between. Knows one account.
 class AccountService final {
@@ -13,27 +12,26 @@ public:
     /// `directory` holds the database; each object has an account of its own in it.
     AccountService(Database &database, QString handle);
 
-    HttpResponse answer(const HttpRequest &request);
+    /// `known` is what the asking device knows of the service at this moment.
+    HttpResponse answer(const HttpRequest &request, const std::optional<LibrarySyncState> &known);
+
+    /// Ends a login from this side, as when the password is changed elsewhere.
+    void endSession(const QByteArray &token);
 
     /// The account's library as the service holds it.
     LibraryReply library();
 
-    /// Texts that the service kept beside another one, and how often a change met a newer version
-    /// with another content.
-    int preservedCopies() const { return static_cast<int>(m_preserved.size()); }
-    int conflicts() const { return m_conflicts; }
+    Audit &audit() { return m_audit; }
 
 private:
     HttpResponse login();
-    HttpResponse exchange(const Session &session, const LibraryUpload &upload);
-    void countConflicts(const LibraryUpload &upload);
+    HttpResponse exchange(const Session &session, const LibraryUpload &upload,
+                          const std::optional<LibrarySyncState> &known);
 
     Database &m_database;
     AccountStore m_accounts;
     AccountStore::Credentials m_credentials;
     /// A session of the service's own, for looking.
     Session m_observer;
-    QSet<QString> m_taken;
-    QSet<QString> m_preserved;
-    int m_conflicts = 0;
+    Audit m_audit;
 };

@@ -50,10 +50,10 @@ private:
 } // namespace
 
 struct Device::Run {
-    Run(VirtualNetwork &network, const QString &directory, MemoryPreferences &preferences,
-        MemoryCredentials &credentials)
+    Run(VirtualNetwork &network, int number, const QString &directory,
+        MemoryPreferences &preferences, MemoryCredentials &credentials)
         : files(directory),
-          line(network),
+          line(network, number),
           store({line, preferences, clock, browser, appearance, files, credentials, random,
                  browserSession}) {}
 
@@ -74,8 +74,9 @@ void settleAll() {
     } while (dispatcher->processEvents(QEventLoop::AllEvents));
 }
 
-Device::Device(VirtualNetwork &network, QString directory, std::chrono::milliseconds time)
-    : m_network(network), m_directory(std::move(directory)), m_time(time) {
+Device::Device(VirtualNetwork &network, int number, QString directory,
+               std::chrono::milliseconds time)
+    : m_network(network), m_number(number), m_directory(std::move(directory)), m_time(time) {
     start();
 }
 
@@ -88,7 +89,7 @@ AppStore &Device::store() {
 }
 
 void Device::start() {
-    m_run = std::make_unique<Run>(m_network, m_directory, m_preferences, m_credentials);
+    m_run = std::make_unique<Run>(m_network, m_number, m_directory, m_preferences, m_credentials);
     m_run->clock.advance(m_time);
     m_run->store.beginConnect();
 }

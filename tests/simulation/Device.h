@@ -11,7 +11,8 @@
 /// starts again.
 class Device final {
 public:
-    Device(VirtualNetwork &network, QString directory, std::chrono::milliseconds time);
+    Device(VirtualNetwork &network, int number, QString directory,
+           std::chrono::milliseconds time);
     ~Device();
     Q_DISABLE_COPY_MOVE(Device)
 
@@ -32,6 +33,7 @@ private:
     struct Run;
 
     VirtualNetwork &m_network;
+    int m_number;
     QString m_directory;
     std::chrono::milliseconds m_time;
     MemoryCredentials m_credentials;

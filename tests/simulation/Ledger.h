@@ -1,12 +1,12 @@
 #pragma once
 
-#include "records/Conversation.h"
+#include "records/Library.h"
 
 #include <QSet>
 #include <QStringList>
 
-/// The book of every text that was ever saved. Each edit writes a text that occurs nowhere else;
-/// it is owed to the user until an edit that had seen it overwrites or deletes it.
+/// The book of all that was ever saved. Each edit of a conversation writes a text that occurs
+/// nowhere else; it is owed to the user until an edit that had seen it overwrites or deletes it.
 class Ledger final {
 public:
     /// A text that has not been used yet; `kind` is its first letter.
@@ -32,14 +32,22 @@ public:
             settle(text);
     }
 
-    /// The owed texts that these conversations lack.
-    QStringList missing(const QList<Conversation> &conversations) const {
+    /// A card was put into an account's library, or taken out.
+    void toggle(const CaseCard &card, bool in) { (in ? m_putIn : m_takenOut).insert(card.key); }
+
+    /// What is owed and these lack, and the cards that they have and should not. Of a card that
+    /// somebody put in and somebody took out nothing is said.
+    QStringList missing(const QList<Conversation> &conversations,
+                        const QList<CaseCard> &cards) const {
         auto owed = m_owed;
         for (const auto &conversation : conversations) {
             for (const auto &text : texts(conversation))
                 owed.remove(text);
         }
-        return owed.values();
+        QSet<QString> keys;
+        for (const auto &card : cards)
+            keys.insert(card.key);
+        return (owed + (m_putIn - m_takenOut - keys) + (keys - m_putIn)).values();
     }
 
 private:
@@ -49,7 +57,7 @@ private:
         if (conversation.title.startsWith(QLatin1Char('T')))
             result.append(conversation.title);
         for (const auto &message : conversation.messages) {
-            if (message.role == QLatin1String("user"))
+            if (message.role == ChatMessage::user)
                 result.append(message.content);
         }
         return result;
@@ -62,5 +70,7 @@ private:
 
     QSet<QString> m_owed;
     QSet<QString> m_settled;
+    QSet<QString> m_putIn;
+    QSet<QString> m_takenOut;
     int m_last = 0;
 };

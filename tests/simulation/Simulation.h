@@ -19,16 +19,21 @@ public:
     /// Gives what was violated, in words; empty when all held.
     QString run();
 
-    const AccountService &service() const { return m_service; }
+    /// How many conversations the service kept twice.
+    int copies() { return m_service.audit().copies(); }
     const Ledger &ledger() const { return m_ledger; }
 
     /// What happened last, oldest first.
     const QStringList &trace() const { return m_trace; }
 
 private:
+    /// What the service holds in the end.
+    struct Held;
+
     void step();
     void edit(int number);
     void editConversation(AppStore &store, const Conversation &conversation);
+    void toggle(int number, const CaseCard &card);
     void changeIdentity(AppStore &store);
     void note(const QString &event);
     void record();
@@ -37,6 +42,9 @@ private:
     void settleDown();
     void deliverEverything();
     QString check();
+    QString checkDevice(const AppStore &store, const Held &held) const;
+
+    Device &device(int number);
 
     Random m_random;
     QTemporaryDir m_directory;
@@ -47,5 +55,7 @@ private:
     /// What each device's guest has saved, by library.
     std::vector<QHash<QString, QList<CaseCard>>> m_guests;
     Ledger m_ledger;
+    /// For a card that nobody has yet.
+    int m_nextCard = 100;
     QStringList m_trace;
 };

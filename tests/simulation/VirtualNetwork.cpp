@@ -23,7 +23,7 @@ Task<HttpResponse> VirtualNetwork::Line::data(HttpRequest request, std::stop_tok
     if (m_cut || stop.stop_requested())
         throw CancellationError();
     Completion<HttpResponse> completion;
-    m_network.m_messages.push_back({this, std::move(request), completion, {}, {}, {}, {}});
+    m_network.m_messages.push_back({this, m_device, std::move(request), completion, {}, {}, {}, {}});
     auto waiting = waitFor(completion, stop);
     HttpResponse response = co_await waiting;
     co_return response;
@@ -34,7 +34,7 @@ Task<std::unique_ptr<ByteStream>> VirtualNetwork::Line::stream(HttpRequest reque
     if (m_cut || stop.stop_requested())
         throw CancellationError();
     Completion<std::shared_ptr<FakeBody>> completion;
-    m_network.m_messages.push_back({this, std::move(request), {}, completion, {}, {}, {}});
+    m_network.m_messages.push_back({this, m_device, std::move(request), {}, completion, {}, {}, {}});
     auto waiting = waitFor(completion, stop);
     const auto body = co_await waiting;
     co_return body->reader(stop);
@@ -85,8 +85,8 @@ QString VirtualNetwork::moveRequest(Place place, Random &random, bool faulty) {
         return QStringLiteral("request late");
     }
     if (fate < 26)
-        m_service(place->request);
-    place->response = m_service(place->request);
+        m_service(place->request, place->device);
+    place->response = m_service(place->request, place->device);
     return fate < 26 ? QStringLiteral("request served twice") : QStringLiteral("request served");
 }
 

@@ -13,14 +13,15 @@
 /// moved on one at a time, in any order, and to be lost, repeated or left behind.
 class VirtualNetwork final {
 public:
-    using Service = std::function<HttpResponse(const HttpRequest &)>;
+    /// Answers a request of the device with that number.
+    using Service = std::function<HttpResponse(const HttpRequest &, int device)>;
 
     explicit VirtualNetwork(Service service) : m_service(std::move(service)) {}
 
     /// One device's connection.
     class Line final : public Transport {
     public:
-        explicit Line(VirtualNetwork &network) : m_network(network) {}
+        Line(VirtualNetwork &network, int device) : m_network(network), m_device(device) {}
 
         [[nodiscard]] Task<HttpResponse> data(HttpRequest request, std::stop_token stop) override;
         [[nodiscard]] Task<std::unique_ptr<ByteStream>> stream(HttpRequest request,
@@ -32,6 +33,7 @@ public:
 
     private:
         VirtualNetwork &m_network;
+        int m_device;
         bool m_cut = false;
     };
 
@@ -43,6 +45,7 @@ public:
 private:
     struct Message {
         const Line *line;
+        int device;
         HttpRequest request;
         /// One of them waits, as long as its device cares.
         std::optional<Completion<HttpResponse>> whole;

@@ -28,9 +28,8 @@ Conversation SampleLibrary::conversation(int number, int messages) {
     conversation.title = u"Conversation %1"_s.arg(number);
     conversation.updatedAt = {1'700'000'000'123 + number};
     for (int turn = 0; turn < messages; ++turn) {
-        ChatMessage message;
-        message.role = turn % 2 == 0 ? u"user"_s : u"assistant"_s;
-        message.content = u"Turn %1 of %2"_s.arg(turn).arg(number);
+        auto message = ChatMessage::make(turn % 2 == 0 ? ChatMessage::user : ChatMessage::assistant,
+                                         u"Turn %1 of %2"_s.arg(turn).arg(number));
         if (turn % 2 != 0) {
             message.references = {card(number), card(number + 1)};
             message.mode = u"evidence-preview"_s;

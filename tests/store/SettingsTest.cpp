@@ -46,6 +46,21 @@ TEST_F(Settings, aLanguageIsStoredChangesTheWordsAndAsksNobody) {
     EXPECT_TRUE(system.transport.requests().empty());
 }
 
+TEST_F(Settings, aTextThatIsKeptFollowsTheLanguage) {
+    store.setLanguage(AppLanguage::ja);
+    for (const auto *key : {"loadFailed", "urlError.timedOut", "chatSaved"}) {
+        const auto text = QString::fromLatin1(key);
+        store.setNotice(store.text(text));
+        for (const auto language : {AppLanguage::fr, AppLanguage::zhHant, AppLanguage::ja}) {
+            store.setLanguage(language);
+            EXPECT_EQ(store.notice(), store.text(text)) << key;
+        }
+    }
+    store.setNotice(u"What the service says"_s);
+    store.setLanguage(AppLanguage::ko);
+    EXPECT_EQ(store.notice(), u"What the service says"_s);
+}
+
 TEST_F(Settings, aChoiceThatIsAlreadyInForceIsStoredToo) {
     store.setLanguage(AppLanguage::system);
     EXPECT_EQ(system.preferences.value(u"uiLanguage"_s), u"system"_s);

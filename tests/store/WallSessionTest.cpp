@@ -77,14 +77,8 @@ protected:
         chat = Conversation();
         chat.title = u"About bridges"_s;
         chat.wallID = wallID;
-        ChatMessage question;
-        question.role = u"user"_s;
-        question.content = u"Why do bridges fall?"_s;
-        ChatMessage reply;
-        reply.role = u"assistant"_s;
-        reply.content = u"They resonate."_s;
-        reply.references = cited;
-        chat.messages = {question, reply};
+        chat.messages = {ChatMessage::make(ChatMessage::user, u"Why do bridges fall?"_s),
+                         ChatMessage::make(ChatMessage::assistant, u"They resonate."_s, cited)};
     }
 
     void finishPin() {

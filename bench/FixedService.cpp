@@ -1,4 +1,4 @@
-#include "bench/StreamingService.h"
+#include "bench/FixedService.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -6,24 +6,12 @@
 
 namespace {
 
-/// Words of some six letters, here and there a strong one, and a paragraph every hundred.
-QByteArray piece(int number) {
-    if (number % 100 == 99)
-        return "\\n\\n";
-    return number % 25 == 0 ? "**strong** " : "words ";
-}
-
 constexpr int interval = 10;
-
-/// Bytes that are about as many pieces.
-constexpr qsizetype bytesOfPieces(qsizetype pieces) {
-    return pieces * 33;
-}
 
 void sendSteadily(QTcpSocket *socket, QByteArray bytes) {
     auto *timer = new QTimer(socket);
     QObject::connect(timer, &QTimer::timeout, socket, [socket, bytes]() mutable {
-        const auto part = bytes.left(bytesOfPieces(StreamingService::steadyPieces * interval));
+        const auto part = bytes.left(FixedService::steadyBytes * interval);
         socket->write(part);
         bytes.remove(0, part.size());
         if (bytes.isEmpty())
@@ -34,17 +22,9 @@ void sendSteadily(QTcpSocket *socket, QByteArray bytes) {
 
 } // namespace
 
-StreamingService::StreamingService(int pieces, Pace pace) {
-    QByteArray body;
-    for (int number = 0; number < pieces; ++number) {
-        const auto text = piece(number);
-        body += R"({"type":"delta","text":")" + text + "\"}\n";
-        m_answer += QString::fromLatin1(text).replace(QLatin1String("\\n"), QLatin1String("\n"));
-    }
-    body += "{\"type\":\"done\"}\n";
-    m_reply = "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
-              QByteArray::number(body.size()) + "\r\n\r\n" + body;
-
+FixedService::FixedService(const QByteArray &body, Pace pace)
+    : m_reply("HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
+              QByteArray::number(body.size()) + "\r\n\r\n" + body) {
     auto *server = new QTcpServer;
     server->listen(QHostAddress::LocalHost);
     m_port = server->serverPort();
@@ -68,11 +48,11 @@ StreamingService::StreamingService(int pieces, Pace pace) {
     m_thread.start();
 }
 
-StreamingService::~StreamingService() {
+FixedService::~FixedService() {
     m_thread.quit();
     m_thread.wait();
 }
 
-QString StreamingService::base() const {
+QString FixedService::base() const {
     return QStringLiteral("http://127.0.0.1:%1").arg(m_port);
 }

@@ -1,0 +1,175 @@
+#include "bench/FixedService.h"
+#include "bench/Measure.h"
+#include "bench/SampleRecords.h"
+#include "bench/TimedApplication.h"
+#include "platform/QtTransport.h"
+#include "platform/SystemClock.h"
+#include "platform/SystemFiles.h"
+#include "records/Json.h"
+#include "screens/HistoryModel.h"
+#include "storage/LibraryDisk.h"
+#include "sync/LibrarySync.h"
+#include "tests/store/StoreAccess.h"
+#include "tests/support/FixedAppearance.h"
+#include "tests/support/FixedRandom.h"
+#include "tests/support/MemoryCredentials.h"
+#include "tests/support/MemoryPreferences.h"
+#include "tests/support/RecordingBrowser.h"
+#include "tests/support/RecordingBrowserSession.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace {
+
+/// The library of an account as its service tells it.
+LibraryReply replyOf(const LocalLibrary &library) {
+    LibraryReply reply;
+    for (const auto &card : library.saved) {
+        LibraryRecord record;
+        record.kind = QStringLiteral("saved");
+        record.key = card.key;
+        record.version = ++reply.revision;
+        record.card = card;
+        reply.records.append(record);
+    }
+    for (const auto &conversation : library.conversations) {
+        LibraryRecord record;
+        record.kind = QStringLiteral("conversation");
+        record.key = conversation.id.text;
+        record.version = ++reply.revision;
+        record.conversation = conversation;
+        reply.records.append(record);
+    }
+    return reply;
+}
+
+/// Many small items: half cards, half conversations of two messages.
+LocalLibrary smallItems(qsizetype count) {
+    LocalLibrary library;
+    library.saved = SampleRecords::shortCards().items.first(count / 2);
+    for (qsizetype at = 0; at < count / 2; ++at) {
+        Conversation conversation;
+        conversation.title = library.saved[at].title;
+        conversation.updatedAt = {1'700'000'000'000 + at * 7919 % 1'000'003};
+        conversation.messages = {
+            ChatMessage::make(ChatMessage::user, conversation.title),
+            ChatMessage::make(ChatMessage::assistant, library.saved[at].summary)};
+        library.conversations.append(conversation);
+    }
+    return library;
+}
+
+/// The reference: all that has to be built of a reply, and nothing made of it.
+void buildMaps(const LibraryReply &reply) {
+    QHash<QString, CaseCard> cards;
+    QHash<Identifier, Conversation> conversations;
+    cards.reserve(reply.records.size());
+    conversations.reserve(reply.records.size());
+    for (const auto &record : reply.records) {
+        if (record.card)
+            cards.insert(record.card->key, *record.card);
+        if (record.conversation)
+            conversations.insert(record.conversation->id, *record.conversation);
+    }
+    benchmark::DoNotOptimize(cards);
+    benchmark::DoNotOptimize(conversations);
+}
+
+/// A signed-in program with the list of its history, on a real disk and a real connection.
+class Program final {
+public:
+    explicit Program(const QString &server) {
+        m_preferences.setValue(QStringLiteral("server"), server);
+        m_store = std::make_unique<AppStore>(
+            Platform{m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files,
+                     m_credentials, m_random, m_browserSession});
+        StoreAccess::setAccount(*m_store, QStringLiteral("user"));
+        m_store->loadLibrary();
+        m_history.setProperty("store", QVariant::fromValue(m_store.get()));
+        m_history.componentComplete();
+        QObject::connect(m_store.get(), &AppStore::syncingChanged, &m_loop, [this] {
+            if (!m_store->isSyncing())
+                m_loop.quit();
+        });
+    }
+
+    void sync() {
+        m_store->beginSync();
+        m_loop.exec();
+        require(m_store->syncStatus() == QLatin1String("Synced with your account."), "the sync");
+    }
+
+    /// As on a machine that the account is new to.
+    void forget() {
+        QFile::remove(LibraryDisk::file(m_files, m_store->libraryKey()));
+        m_store->loadLibrary();
+    }
+
+    const LocalLibrary &library() const { return m_store->library(); }
+
+private:
+    QtTransport m_transport;
+    MemoryPreferences m_preferences;
+    SystemClock m_clock;
+    RecordingBrowser m_browser;
+    FixedAppearance m_appearance;
+    SystemFiles m_files;
+    MemoryCredentials m_credentials;
+    FixedRandom m_random;
+    RecordingBrowserSession m_browserSession;
+    QEventLoop m_loop;
+    std::unique_ptr<AppStore> m_store;
+    HistoryModel m_history;
+};
+
+void measureReconcile() {
+    static const auto held = smallItems(10'000);
+    static const auto reply = replyOf(held);
+    static LocalLibrary local;
+    LibrarySync::reconcile(reply, {}, local);
+    for (qsizetype at = 0; at < 50; ++at) {
+        auto conversation = local.conversations[at * 100];
+        conversation.title += QLatin1Char('+');
+        LibrarySync::enqueueConversation(conversation, std::nullopt, local);
+    }
+    static const auto sent = local.sync->pending;
+    measure("reconcile/10,000 records/codec", [] {
+        auto library = local;
+        LibrarySync::reconcile(reply, sent, library);
+        benchmark::DoNotOptimize(library);
+    });
+    measure("reconcile/10,000 records/reference", [] { buildMaps(reply); });
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    TimedApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    measureReconcile();
+
+    const QTemporaryDir home;
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
+    const auto reply = replyOf(SampleRecords::keptLibrary());
+    const FixedService service(Json::encode(reply), FixedService::Pace::flood);
+    Program program(service.base());
+    program.sync();
+    require(program.library().conversations.size() == 1000 && program.library().saved.size() == 500,
+            "the library");
+    const auto step = [&] {
+        application.takeLongest();
+        program.sync();
+        return application.takeLongest();
+    };
+    measureItself("step/sync of 10 MB, as here", step);
+    measureItself("step/sync of 10 MB, all new", [&] {
+        program.forget();
+        return step();
+    });
+    benchmark::RunSpecifiedBenchmarks();
+}

@@ -1,0 +1,74 @@
+#include "tests/simulation/Audit.h"
+
+void Audit::queued(const LibrarySyncState &state) {
+    for (const auto &change : state.pending) {
+        if (!m_makings.contains(change.opId.text))
+            m_makings.insert(change.opId.text,
+                             {static_cast<int>(m_makings.size()) + 1, state.versions});
+    }
+}
+
+void Audit::exchanged(const QByteArray &session, const LibraryUpload &upload,
+                      const LibraryReply &reply, const std::optional<LibrarySyncState> &known) {
+    QHash<QString, LibraryRecord> records;
+    for (const auto &record : reply.records)
+        records.insert(record.identity(), record);
+    compare(records);
+
+    QHash<QString, QString> copies;
+    for (const auto &conflict : reply.conflicts.value_or(QList<LibraryConflict>()))
+        copies.insert(conflict.originalKey, conflict.preservedKey);
+    for (const auto &change : upload.changes) {
+        if (m_seen.contains(change.opId.text))
+            continue;
+        m_seen.insert(change.opId.text);
+        auto identity = change.identity();
+        const auto copy = copies.value(change.key);
+        if (!copy.isEmpty()) {
+            judgeCopy(session, change, copy, known);
+            m_copies.insert(copy);
+            identity = QLatin1String("conversation|") + copy;
+        }
+        if (records.value(identity).version != m_records.value(identity).version)
+            m_writers[identity] = {session, m_makings.value(change.opId.text).order};
+    }
+    m_records = records;
+}
+
+void Audit::compare(const QHash<QString, LibraryRecord> &records) {
+    for (auto before = m_records.cbegin(); before != m_records.cend(); ++before) {
+        const auto after = records.constFind(before.key());
+        if (after == records.cend())
+            return violate(before.key() + QLatin1String(" vanished"));
+        if (after->version < before->version)
+            return violate(before.key() + QLatin1String(" went back"));
+        if (after->version == before->version &&
+            (after->deleted != before->deleted || after->conversation != before->conversation))
+            return violate(before.key() + QLatin1String(" changed within a version"));
+    }
+}
+
+void Audit::judgeCopy(const QByteArray &session, const LibraryChange &change, const QString &copy,
+                      const std::optional<LibrarySyncState> &known) {
+    const auto made = m_makings.value(change.opId.text);
+    const auto identity = change.identity();
+    const auto writer = m_writers.value(identity);
+    // One that has been overtaken by a later one may well be kept apart.
+    if (writer.session == session && writer.order < made.order)
+        violate(identity + QLatin1String(" in conflict with what its own session wrote"));
+
+    // An edit from before the device heard of a copy must have followed it there.
+    const auto version = QString::number(m_records.value(identity).version);
+    auto &[firstCopy, firstOrder] = m_met[QString::fromLatin1(session) + identity + version];
+    const auto firstIdentity = QLatin1String("conversation|") + firstCopy;
+    if (!firstCopy.isEmpty() && firstOrder < made.order && known &&
+        known->versions.contains(firstIdentity) && !made.versions.contains(firstIdentity))
+        violate(identity + QLatin1String(" in conflict again with the same version"));
+    firstCopy = copy;
+    firstOrder = made.order;
+}
+
+void Audit::violate(const QString &what) {
+    if (m_violation.isEmpty())
+        m_violation = what;
+}
