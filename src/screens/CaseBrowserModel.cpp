@@ -1,6 +1,5 @@
 #include "screens/CaseBrowserModel.h"
 
-#include "platform/Start.h"
 #include "screens/FilterLabels.h"
 #include "service/Endpoints.h"
 
@@ -41,9 +40,6 @@ QList<FilterChoice> yearChoices(const QList<qint64> &values, const Words &words)
 
 } // namespace
 
-// Once a stop was requested the model may be gone: after each wait nothing of it is touched before
-// the token was asked.
-
 CaseBrowserModel::CaseBrowserModel(QObject *parent) : QObject(parent) {
     for (auto *filter : {&m_category, &m_decade, &m_year, &m_sort})
         connect(filter, &CaseFilter::valueChanged, this, &CaseBrowserModel::searchAgain);
@@ -55,11 +51,6 @@ CaseBrowserModel::CaseBrowserModel(QObject *parent) : QObject(parent) {
         if (!m_decade.value().isEmpty())
             m_year.setValue(QString());
     });
-}
-
-CaseBrowserModel::~CaseBrowserModel() {
-    m_searching.request_stop();
-    m_leaving.request_stop();
 }
 
 void CaseBrowserModel::setStore(AppStore *store) {
@@ -85,11 +76,7 @@ void CaseBrowserModel::componentComplete() {
         });
         return;
     }
-    start([this, stop = m_leaving.get_token()] {
-        if (stop.stop_requested())
-            throw CancellationError();
-        return loadFacets(stop);
-    });
+    m_loadingFacets.begin([this](std::stop_token stop) { return loadFacets(stop); });
 }
 
 QString CaseBrowserModel::archive() const {
@@ -157,23 +144,13 @@ CaseQuery CaseBrowserModel::query() const {
 
 /// For each change of what is asked for.
 void CaseBrowserModel::searchAgain() {
-    m_searching.request_stop();
-    m_searching = std::stop_source();
-    start([this, stop = m_searching.get_token()] {
-        if (stop.stop_requested())
-            throw CancellationError();
+    m_searching.begin([this](std::stop_token stop) {
         return m_text.isEmpty() ? search(stop) : searchAfterPause(stop);
     });
 }
 
 void CaseBrowserModel::beginSearch() {
-    m_searching.request_stop();
-    m_searching = std::stop_source();
-    start([this, stop = m_searching.get_token()] {
-        if (stop.stop_requested())
-            throw CancellationError();
-        return search(stop);
-    });
+    m_searching.begin([this](std::stop_token stop) { return search(stop); });
 }
 
 Task<void> CaseBrowserModel::searchAfterPause(std::stop_token stop) {
@@ -238,16 +215,13 @@ void CaseBrowserModel::show(const CaseQuery &asked, const SearchPage &page) {
 }
 
 void CaseBrowserModel::beginMore() {
-    start([this, stop = m_leaving.get_token()] {
-        if (stop.stop_requested())
-            throw CancellationError();
-        return more(stop);
-    });
+    if (!m_loadingMore)
+        m_gettingMore.begin([this](std::stop_token stop) { return more(stop); });
 }
 
 /// The page is asked for as the cards on display were, whatever has been typed since.
 Task<void> CaseBrowserModel::more(std::stop_token stop) {
-    if (m_loadingMore || m_showing == Showing::Loading)
+    if (m_showing == Showing::Loading)
         co_return;
     const Marker run(m_requestID);
     publish(m_loadingMore, true, &CaseBrowserModel::loadingMoreChanged);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/LatestTask.h"
 #include "screens/ArchiveSelection.h"
 #include "screens/CaseFilter.h"
 #include "screens/CaseQuery.h"
@@ -43,7 +44,6 @@ public:
     Q_ENUM(Showing)
 
     explicit CaseBrowserModel(QObject *parent = nullptr);
-    ~CaseBrowserModel() override;
 
     AppStore *store() const { return m_store; }
     void setStore(AppStore *store);
@@ -151,6 +151,7 @@ private:
 
     /// Identity of the newest search.
     Identifier m_requestID = Identifier::make();
-    std::stop_source m_searching;
-    std::stop_source m_leaving;
+    LatestTask m_searching;
+    LatestTask m_gettingMore;
+    LatestTask m_loadingFacets;
 };

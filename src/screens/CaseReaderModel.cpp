@@ -1,7 +1,5 @@
 #include "screens/CaseReaderModel.h"
 
-#include "platform/CancellationError.h"
-#include "platform/Start.h"
 #include "platform/URLError.h"
 #include "presentation/WebURL.h"
 #include "screens/ReaderText.h"
@@ -36,10 +34,6 @@ QUrl letter(const QString &subject, const QString &body) {
 
 CaseReaderModel::CaseReaderModel(QObject *parent) : QObject(parent) {}
 
-CaseReaderModel::~CaseReaderModel() {
-    m_loading.request_stop();
-}
-
 void CaseReaderModel::componentComplete() {
     connect(m_store, &AppStore::wallChanged, this, &CaseReaderModel::pinChanged);
     connect(m_store, &AppStore::wallMutationsChanged, this, &CaseReaderModel::pinChanged);
@@ -52,16 +46,9 @@ void CaseReaderModel::componentComplete() {
 }
 
 void CaseReaderModel::beginLoad() {
-    m_loading.request_stop();
-    m_loading = std::stop_source();
-    start([this, stop = m_loading.get_token()] {
-        if (stop.stop_requested())
-            throw CancellationError();
-        return load(stop);
-    });
+    m_loading.begin([this](std::stop_token stop) { return load(stop); });
 }
 
-/// Once `stop` was requested the model may be gone: nothing of it is touched then.
 Task<void> CaseReaderModel::load(std::stop_token stop) {
     setFailed(false);
     const QString library = m_store->libraryKey();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/LatestTask.h"
 #include "screens/CaseCardModel.h"
 #include "screens/ReaderSectionModel.h"
 #include "screens/SourceModel.h"
@@ -9,7 +10,6 @@
 #include <QtQmlIntegration>
 
 #include <optional>
-#include <stop_token>
 
 /// One case on the screen: fetched when the reader appears and again whenever the language changes.
 /// Out of reach of the service it is the copy of the last reading. Until there is either, the
@@ -45,7 +45,6 @@ class CaseReaderModel : public QObject, public QQmlParserStatus {
 
 public:
     explicit CaseReaderModel(QObject *parent = nullptr);
-    ~CaseReaderModel() override;
 
     bool isLoaded() const { return m_entry.has_value(); }
     /// The last load found nothing to show.
@@ -120,5 +119,5 @@ private:
     ReaderSectionModel m_sections;
     SourceModel m_sources;
     CaseCardModel m_related;
-    std::stop_source m_loading;
+    LatestTask m_loading;
 };

@@ -1,14 +1,8 @@
 #include "screens/HomeModel.h"
 
-#include "platform/CancellationError.h"
-#include "platform/Start.h"
 #include "service/Endpoints.h"
 
 HomeModel::HomeModel(QObject *parent) : QObject(parent) {}
-
-HomeModel::~HomeModel() {
-    m_loading.request_stop();
-}
 
 void HomeModel::componentComplete() {
     connect(m_store, &AppStore::languageChanged, this, &HomeModel::beginLoad);
@@ -16,16 +10,9 @@ void HomeModel::componentComplete() {
 }
 
 void HomeModel::beginLoad() {
-    m_loading.request_stop();
-    m_loading = std::stop_source();
-    start([this, stop = m_loading.get_token()] {
-        if (stop.stop_requested())
-            throw CancellationError();
-        return load(stop);
-    });
+    m_loading.begin([this](std::stop_token stop) { return load(stop); });
 }
 
-/// Once `stop` was requested the model may be gone: nothing of it is touched then.
 Task<void> HomeModel::load(std::stop_token stop) {
     setFailed(false);
     try {

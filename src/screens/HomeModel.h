@@ -1,12 +1,11 @@
 #pragma once
 
+#include "platform/LatestTask.h"
 #include "screens/CaseCardModel.h"
 #include "store/AppStore.h"
 
 #include <QQmlParserStatus>
 #include <QtQmlIntegration>
-
-#include <stop_token>
 
 /// The newest cases of the flagship archive, fetched when the screen appears and again whenever the
 /// language changes. Leaving the screen ends the request.
@@ -21,7 +20,6 @@ class HomeModel : public QObject, public QQmlParserStatus {
 
 public:
     explicit HomeModel(QObject *parent = nullptr);
-    ~HomeModel() override;
 
     QAbstractListModel *latest() { return &m_latest; }
     bool isEmpty() const { return m_latest.items().isEmpty(); }
@@ -44,5 +42,5 @@ private:
     AppStore *m_store = nullptr;
     CaseCardModel m_latest;
     bool m_failed = false;
-    std::stop_source m_loading;
+    LatestTask m_loading;
 };
