@@ -5,7 +5,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Quillmere.Presentation
 
-// The labelled button of the program.
+// The labelled button of the program. One without words shows its symbol and tells by its help text
+// what it does.
 T.AbstractButton {
     id: button
 
@@ -14,12 +15,12 @@ T.AbstractButton {
     // Stands on a sheet, which is light in both appearances: so the button is dark in both.
     property bool overSheet: false
     property string symbol
+    property real symbolSize: text === "" ? 17 : 16
+    property string help
     readonly property color ink: !filled ? Ink.paper : accent ? Ink.paperInk : overSheet ? Ink.sheet : Ink.onPaper
 
-    leftPadding: 16
-    rightPadding: 16
-    topPadding: 12
-    bottomPadding: 12
+    horizontalPadding: text === "" ? 12 : 16
+    verticalPadding: 12
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.StrongFocus
@@ -36,12 +37,13 @@ T.AbstractButton {
         Symbol {
             visible: button.symbol !== ""
             name: button.symbol
-            size: 16
+            size: button.symbolSize
             color: button.ink
         }
 
         TextLabel {
             Layout.fillWidth: true
+            visible: text !== ""
             text: button.text
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
@@ -68,7 +70,12 @@ T.AbstractButton {
         }
     }
 
-    Accessible.name: text
+    HelpTip {
+        text: button.help
+        subject: button
+    }
+
+    Accessible.name: text === "" ? help : text
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()

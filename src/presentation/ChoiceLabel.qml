@@ -9,8 +9,11 @@ Item {
 
     required property string text
     required property bool marked
+    // Leaves room for the mark.
+    property bool markable: true
+    readonly property real room: markable ? 22 : 0
 
-    implicitWidth: words.implicitWidth + 22
+    implicitWidth: words.implicitWidth + room
     implicitHeight: words.implicitHeight
 
     Symbol {
@@ -23,8 +26,8 @@ Item {
     TextLabel {
         id: words
 
-        x: 22
-        width: label.width - 22
+        x: label.room
+        width: label.width - x
         anchors.verticalCenter: parent.verticalCenter
         text: label.text
         elide: Text.ElideRight

@@ -9,8 +9,6 @@ TextLabel {
 
     text: words.toUpperCase()
     color: Ink.mute
-    font: Fonts.face.mono(Fonts.label)
+    font: Fonts.face.mono(Fonts.label, 500, 1.2)
     Accessible.name: words
-
-    Component.onCompleted: font.letterSpacing = 1.2
 }

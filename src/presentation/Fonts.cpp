@@ -106,12 +106,15 @@ QFont TypeFace::reading(qreal size, int weight, bool italic) const {
     return result;
 }
 
-QFont TypeFace::mono(qreal size, int weight) const {
+QFont TypeFace::mono(qreal size, int weight, qreal spacing) const {
     const auto file = weight == 700   ? QStringLiteral("IBMPlexMono-Bold.ttf")
                       : weight == 600 ? QStringLiteral("IBMPlexMono-SemiBold.ttf")
                       : weight == 400 ? QStringLiteral("IBMPlexMono-Regular.ttf")
                                       : QStringLiteral("IBMPlexMono-Medium.ttf");
-    return font(withFallbacks(FontFiles::family(file)), size, weight);
+    auto result = font(withFallbacks(FontFiles::family(file)), size, weight);
+    if (spacing != 0)
+        result.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
+    return result;
 }
 
 QFont TypeFace::field(qreal size) const {

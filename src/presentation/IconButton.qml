@@ -29,6 +29,6 @@ PlainButton {
 
     HelpTip {
         text: button.help
-        visible: button.hovered && !button.down
+        subject: button
     }
 }

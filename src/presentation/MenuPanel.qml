@@ -8,6 +8,11 @@ import Quillmere.Presentation
 T.Menu {
     id: menu
 
+    function openUnder(control: Item) {
+        parent = control;
+        open();
+    }
+
     // The toolkit gives the keyboard to the window as a whole, and the user would have to go from its
     // beginning.
     onClosed: {

@@ -8,6 +8,9 @@ import Quillmere.Presentation
 T.MenuItem {
     id: row
 
+    // Stands in line with the words of rows that can be marked.
+    property bool indented: checkable
+
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 10
@@ -17,6 +20,7 @@ T.MenuItem {
     contentItem: ChoiceLabel {
         text: row.text
         marked: row.checked
+        markable: row.indented
     }
 
     background: Rectangle {

@@ -10,16 +10,17 @@ Flickable {
 
     // Where the arrow keys mean something else.
     property bool scrollsByKey: true
+    readonly property real lowest: Math.max(0, contentHeight + bottomMargin - height)
 
     function scrollTo(y: real) {
-        contentY = Math.max(0, Math.min(y, contentHeight - height));
+        glide.stop();
+        contentY = Math.max(0, Math.min(y, lowest));
     }
 
-    function contains(item: Item): bool {
-        let above = item;
-        while (above && above !== contentItem)
-            above = above.parent;
-        return above === contentItem;
+    function glideTo(y: real) {
+        glide.stop();
+        glide.to = Math.max(0, Math.min(y, lowest));
+        glide.start();
     }
 
     // What is higher than the page shows its beginning.
@@ -27,36 +28,63 @@ Flickable {
         const air = 12;
         const top = item.mapToItem(contentItem, 0, 0).y - air;
         const bottom = top + item.height + 2 * air;
-        if (top < contentY || bottom - top > height)
+        const room = height - bottomMargin;
+        if (top < contentY || bottom - top > room)
             scrollTo(top);
-        else if (bottom > contentY + height)
-            scrollTo(bottom - height);
+        else if (bottom > contentY + room)
+            scrollTo(bottom - room);
     }
 
     contentWidth: width
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
     clip: true
+    onMovementStarted: glide.stop()
 
     T.ScrollBar.vertical: ScrollBarLine {}
 
     Keys.enabled: scrollsByKey
     Keys.onPressed: event => {
-        const steps = new Map([[Qt.Key_Up, -60], [Qt.Key_Down, 60], [Qt.Key_PageUp, -0.9 * height], [Qt.Key_PageDown,
-                    0.9 * height], [Qt.Key_Home, -contentHeight], [Qt.Key_End, contentHeight]]);
-        event.accepted = steps.has(event.key);
-        if (event.accepted)
-            scrollTo(contentY + steps.get(event.key));
+        const leaf = 0.9 * (height - bottomMargin);
+        event.accepted = true;
+        switch (event.key) {
+        case Qt.Key_Space:
+            glideTo(contentY + (event.modifiers & Qt.ShiftModifier ? -leaf : leaf));
+            break;
+        case Qt.Key_PageDown:
+            glideTo(contentY + leaf);
+            break;
+        case Qt.Key_PageUp:
+            glideTo(contentY - leaf);
+            break;
+        case Qt.Key_Home:
+            glideTo(0);
+            break;
+        case Qt.Key_End:
+            glideTo(lowest);
+            break;
+        case Qt.Key_Down:
+            scrollTo(contentY + 60);
+            break;
+        case Qt.Key_Up:
+            scrollTo(contentY - 60);
+            break;
+        default:
+            event.accepted = false;
+        }
     }
 
-    Connections {
-        target: page.Window.window
+    KeyboardFocus {
+        within: page.contentItem
+        onMoved: item => page.reveal(item)
+    }
 
-        // A press of the mouse moves nothing under the pointer.
-        function onActiveFocusItemChanged() {
-            const control = page.Window.window.activeFocusItem as T.Control; // qmllint disable compiler
-            if (control && control.visualFocus && page.contains(control))
-                page.reveal(control);
-        }
+    NumberAnimation {
+        id: glide
+
+        target: page
+        property: "contentY"
+        duration: 250
+        easing.type: Easing.InOutQuad
     }
 }

@@ -28,7 +28,7 @@ Rectangle {
         Repeater {
             model: picker.labels
 
-            delegate: T.AbstractButton {
+            delegate: T.RadioButton {
                 id: segment
 
                 required property int index
@@ -40,11 +40,9 @@ Rectangle {
                 focusPolicy: Qt.StrongFocus
                 hoverEnabled: true
                 text: modelData
+                checked: current
                 onClicked: picker.chosen(index)
-                Accessible.role: Accessible.RadioButton
                 Accessible.name: text
-                Accessible.checkable: true
-                Accessible.checked: current
                 Accessible.onPressAction: segment.clicked()
                 Keys.onReturnPressed: segment.clicked()
                 Keys.onEnterPressed: segment.clicked()

@@ -11,6 +11,11 @@ T.Dialog {
 
     property color ground: Ink.paper0
     property Item before: null
+    // A menu that led here closes after the sheet has opened, and would take the keyboard with it.
+    readonly property Timer soon: Timer {
+        interval: 0
+        onTriggered: sheet.takeKeyboard()
+    }
 
     function takeKeyboard() {
         if (!opened || activeFocus)
@@ -29,8 +34,7 @@ T.Dialog {
     focus: true
     visible: true
     onAboutToShow: before = parent.Window.activeFocusItem
-    // A menu that led here closes after this, and would take the keyboard back with it.
-    onOpened: Qt.callLater(takeKeyboard) // qmllint disable
+    onOpened: soon.start()
     onClosed: {
         if (before)
             before.forceActiveFocus(Qt.PopupFocusReason);

@@ -11,29 +11,39 @@ T.TextField {
 
     required property string title
     property bool secret: false
+    property color ground: Ink.paper0
 
-    implicitHeight: contentHeight + topPadding + bottomPadding
+    // Of the font: the dots of a secret, or letters that another font has to lend, are higher.
+    implicitHeight: Math.ceil(metrics.height) + topPadding + bottomPadding
     padding: 13
     activeFocusOnTab: true
     selectByMouse: true
     clip: true
+    verticalAlignment: TextInput.AlignVCenter
     font: Fonts.face.field(20)
     color: Ink.paper
-    selectionColor: Ink.brand
-    selectedTextColor: Ink.paper0
+    selectionColor: Ink.flagship
+    selectedTextColor: Ink.paperInk
     echoMode: secret ? TextInput.Password : TextInput.Normal
     Accessible.name: title
     Accessible.passwordEdit: secret
 
+    FontMetrics {
+        id: metrics
+
+        font: entry.font
+    }
+
     background: Rectangle {
         radius: 9
-        color: Ink.paper0
+        color: entry.ground
         border.color: entry.activeFocus ? Ink.brand : Ink.lineStrong
     }
 
     TextLabel {
-        anchors.fill: parent
-        anchors.margins: entry.padding
+        x: entry.leftPadding
+        width: entry.width - entry.leftPadding - entry.rightPadding
+        height: entry.height
         visible: entry.text === "" && entry.preeditText === ""
         text: entry.title
         elide: Text.ElideRight

@@ -1,11 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Quillmere.Presentation
 
-// A text as a screen reader knows one: a bare Text does not exist for it.
-T.Label {
+// A text as a screen reader knows one: a bare Text does not exist for it, and a label of the toolkit
+// could be no heading.
+Text {
     id: label
 
     // Extra distance between lines, in points.
@@ -13,6 +13,10 @@ T.Label {
 
     color: Ink.paper
     textFormat: Text.PlainText
-    lineHeightMode: leading === 0 ? Text.ProportionalHeight : Text.FixedHeight
-    lineHeight: leading === 0 ? 1 : Fonts.face.lineHeight(font, leading)
+    // Lines in letters of another script are higher than the font would have them.
+    lineHeightMode: leading < 0 ? Text.FixedHeight : Text.ProportionalHeight
+    lineHeight: leading < 0 ? Fonts.face.lineHeight(font, leading) : 1 + leading / Fonts.face.lineHeight(font, 0)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+    Accessible.focusable: false
 }

@@ -2,13 +2,12 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
 // Where a guest signs in and a user sees profile, plan and synchronisation; with the settings of
 // the program for everybody.
-Flickable {
+ScrollPage {
     id: view
 
     required property AppStore store
@@ -21,10 +20,6 @@ Flickable {
     }
 
     contentHeight: column.height + 72
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-
-    T.ScrollBar.vertical: ScrollBarLine {}
 
     AccountModel {
         id: model

@@ -19,7 +19,6 @@ PlainButton {
     leftPadding: 10
     rightPadding: 10
     radius: 7
-    Accessible.role: Accessible.ButtonMenu
     Accessible.name: words
     onClicked: menu.open()
 
@@ -46,6 +45,7 @@ PlainButton {
         id: menu
 
         MenuRow {
+            indented: true
             text: button.store.words.text("allArchives")
             onTriggered: button.model.searchAllArchives()
         }

@@ -11,22 +11,20 @@ RowLayout {
 
     required property AppStore store
     required property CaseBrowserModel model
+    readonly property string words: store.words.number(model.total) + " "
+                                    + store.words.text(model.total === 1 ? "columnCase" : "columnCases")
 
     spacing: 10
 
-    Text {
+    TextLabel {
         Layout.fillWidth: true
         Layout.minimumHeight: more.implicitHeight
-        text: row.store.words.number(row.model.total) + " "
-              + row.store.words.text(row.model.total === 1 ? "columnCase" : "columnCases")
-        textFormat: Text.PlainText
+        text: row.words
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
         font: Fonts.face.mono(Fonts.label)
         color: Ink.mute
-        // Told by a screen reader when it changes. A label of the toolkit would keep its own role.
         Accessible.role: Accessible.StatusBar
-        Accessible.name: text
     }
 
     Spinner {

@@ -18,6 +18,20 @@ Rectangle {
 
     color: Ink.paper0
 
+    Announcement {
+        words: {
+            switch (column.model.showing) {
+            case CaseBrowserModel.Cards:
+                return count.words;
+            case CaseBrowserModel.Nothing:
+                return nothing.title;
+            case CaseBrowserModel.Failed:
+                return failure.text;
+            }
+            return "";
+        }
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -57,6 +71,8 @@ Rectangle {
             }
 
             EmptyState {
+                id: nothing
+
                 anchors.fill: parent
                 visible: column.model.showing === CaseBrowserModel.Nothing
                 symbol: column.model.saved ? "bookmark" : "magnifyingglass"
@@ -70,6 +86,8 @@ Rectangle {
                 spacing: 16
 
                 TextLabel {
+                    id: failure
+
                     Layout.fillWidth: true
                     text: column.store.words.text("loadFailed")
                     wrapMode: Text.Wrap
@@ -93,6 +111,8 @@ Rectangle {
         }
 
         CaseCount {
+            id: count
+
             Layout.fillWidth: true
             Layout.margins: 16
             store: column.store

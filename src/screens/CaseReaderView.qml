@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -18,23 +17,12 @@ FocusScope {
     // The reader gives way to the conversation that it has begun.
     signal asked
 
-    function scrollTo(position: real) {
-        glide.stop();
-        scroll.contentY = Math.max(0, Math.min(position, scroll.lowest));
-    }
-
-    function glideTo(position: real) {
-        glide.stop();
-        glide.to = Math.max(0, Math.min(position, scroll.lowest));
-        glide.start();
-    }
-
     function turnUnder(selection: TextSelection) {
         const height = scroll.mapFromItem(null, selection.pointer).y;
         const beyond = height < 0 ? height : Math.max(0, height - scroll.height);
         if (beyond === 0)
             return;
-        scrollTo(scroll.contentY + Math.max(-24, Math.min(24, beyond / 3)));
+        scroll.scrollTo(scroll.contentY + Math.max(-24, Math.min(24, beyond / 3)));
         selection.follow();
     }
 
@@ -46,43 +34,16 @@ FocusScope {
         sheet.active = true;
     }
 
-    Accessible.role: Accessible.Document
-    Accessible.name: reading.title
-
+    // Also from the dock.
+    Keys.forwardTo: [scroll]
     Keys.onPressed: event => {
-        const page = scroll.height * 0.9;
         event.accepted = true;
-        if (event.matches(StandardKey.Copy)) {
+        if (event.matches(StandardKey.Copy))
             (dockWords.empty ? words : dockWords).copy();
-        } else if (event.matches(StandardKey.SelectAll)) {
+        else if (event.matches(StandardKey.SelectAll))
             words.selectAll();
-        } else {
-            switch (event.key) {
-            case Qt.Key_Space:
-                glideTo(scroll.contentY + (event.modifiers & Qt.ShiftModifier ? -page : page));
-                break;
-            case Qt.Key_PageDown:
-                glideTo(scroll.contentY + page);
-                break;
-            case Qt.Key_PageUp:
-                glideTo(scroll.contentY - page);
-                break;
-            case Qt.Key_Home:
-                glideTo(0);
-                break;
-            case Qt.Key_End:
-                glideTo(scroll.lowest);
-                break;
-            case Qt.Key_Down:
-                scrollTo(scroll.contentY + 56);
-                break;
-            case Qt.Key_Up:
-                scrollTo(scroll.contentY - 56);
-                break;
-            default:
-                event.accepted = false;
-            }
-        }
+        else
+            event.accepted = false;
     }
 
     CaseReaderModel {
@@ -113,6 +74,23 @@ FocusScope {
         onMenuWanted: (text, point) => copyMenu.openAt(dockWords, text, point)
     }
 
+    // The title, and what is special about the text.
+    Announcement {
+        words: {
+            if (!reading.loaded)
+                return reading.failed ? failure.words : "";
+            return reading.title + (reading.offline ? ". " + reader.store.words.text("offlineCopy") : "") + (
+                reading.languageNote === "" ? "" : ". " + reading.languageNote);
+        }
+    }
+
+    TextSizing {
+        id: sizing
+
+        view: scroll
+        size: reader.store.readingSize
+    }
+
     Rectangle {
         anchors.fill: parent
         radius: reader.radius
@@ -125,22 +103,16 @@ FocusScope {
         color: Ink.sheet
     }
 
-    Flickable {
+    ScrollPage {
         id: scroll
-
-        readonly property real lowest: Math.max(0, contentHeight + bottomMargin - height)
 
         anchors.fill: parent
         visible: reading.loaded || !reading.failed
         focus: true
-        activeFocusOnTab: true
         contentHeight: column.implicitHeight + 2 * reader.side + (reading.hasLesson ? 80 : 0)
         bottomMargin: dock.visible ? dock.height + 2 * dock.outside : 0
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        onMovementStarted: glide.stop()
-
-        T.ScrollBar.vertical: ScrollBarLine {}
+        Accessible.role: Accessible.Document
+        Accessible.name: reading.title
 
         Column {
             id: column
@@ -150,10 +122,17 @@ FocusScope {
             width: Math.min(740, scroll.width - 2 * reader.side)
             spacing: 28
 
-            ReaderControls {
+            Item {
                 width: parent.width
-                store: reader.store
-                model: reading
+                height: controls.height + 12
+
+                ReaderControls {
+                    id: controls
+
+                    width: parent.width
+                    store: reader.store
+                    model: reading
+                }
             }
 
             ReaderHeader {
@@ -173,7 +152,8 @@ FocusScope {
                 Component.onCompleted: setSource("ReaderBody.qml", {
                     store: reader.store,
                     model: reading,
-                    selection: words
+                    selection: words,
+                    sizing: sizing
                 })
                 active: reading.loaded
             }
@@ -238,20 +218,13 @@ FocusScope {
     }
 
     ReaderFailure {
+        id: failure
+
         anchors.centerIn: parent
         width: parent.width
         visible: !reading.loaded && reading.failed
         store: reader.store
         onRetryWanted: reading.beginLoad()
-    }
-
-    NumberAnimation {
-        id: glide
-
-        target: scroll
-        property: "contentY"
-        duration: 250
-        easing.type: Easing.InOutQuad
     }
 
     // A quick answer shows no sign of waiting.
@@ -298,7 +271,7 @@ FocusScope {
         ignoreUnknownSignals: true
 
         function onSectionChosen(section: Item) {
-            reader.glideTo(section.mapToItem(scroll.contentItem, 0, 0).y);
+            scroll.glideTo(section.mapToItem(scroll.contentItem, 0, 0).y);
         }
 
         function onRelatedChosen(card: caseCard) {

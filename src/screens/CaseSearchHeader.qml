@@ -54,17 +54,13 @@ ColumnLayout {
             color: ArchiveStyle.color(header.model.archive)
         }
 
-        // A label of the toolkit would keep its own role.
-        Text {
+        TextLabel {
             Layout.fillWidth: true
             Layout.alignment: Qt.AlignTop
             text: header.model.title
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             font: Fonts.face.archivo(29, 800, 88)
-            color: Ink.paper
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
     }
 
@@ -78,14 +74,14 @@ ColumnLayout {
         color: Ink.dim
     }
 
-    SearchBox {
+    SearchEntry {
         id: search
 
         Layout.fillWidth: true
-        fieldName: "case-search"
-        placeholder: header.searchWords
+        objectName: "case-search"
+        title: header.searchWords
         clearLabel: header.store.words.text("clearSearch")
-        onEdited: text => header.model.text = text
+        onTextChanged: header.model.text = text
         onPassed: header.passed()
     }
 

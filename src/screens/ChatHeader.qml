@@ -45,7 +45,7 @@ ColumnLayout {
             }
         }
 
-        SymbolButton {
+        BrandButton {
             visible: header.started
             enabled: header.store.signedIn && !header.store.chatting && !header.store.pinning
             symbol: header.store.chatPinned ? "bookmark.fill" : "bookmark"
@@ -53,13 +53,13 @@ ColumnLayout {
             onClicked: header.store.beginPinChat()
         }
 
-        SymbolButton {
+        BrandButton {
             symbol: "square.and.pencil"
             help: header.store.words.text("chat.new")
             onClicked: header.store.newChat()
         }
 
-        SymbolButton {
+        BrandButton {
             symbol: "clock"
             help: header.store.words.text("wallConversations")
             onClicked: header.store.destination = "history"

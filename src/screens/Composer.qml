@@ -81,7 +81,7 @@ Rectangle {
                 model: prompt
             }
 
-            SymbolButton {
+            BrandButton {
                 Layout.alignment: Qt.AlignBottom
                 enabled: prompt.sendable
                 filled: true

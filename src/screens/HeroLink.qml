@@ -6,21 +6,23 @@ import Quillmere.Presentation
 import Quillmere.Screens
 
 // The way to what accompanies the case.
-PlainButton {
+PlainLink {
     id: link
 
     required property AppStore store
     required property CaseReaderModel model
 
-    overSheet: true
-    padding: 20
+    implicitHeight: words.implicitHeight + 40
     radius: 12
-    ground: Ink.sheet
-    Accessible.role: Accessible.Link
-    Accessible.name: model.heroLabel
+    name: model.heroLabel
     onClicked: store.openAddress(model.heroAddress)
 
-    contentItem: RowLayout {
+    RowLayout {
+        id: words
+
+        x: 20
+        y: 20
+        width: link.width - 40
         spacing: 15
 
         TextLabel {

@@ -45,11 +45,14 @@ FocusScope {
             }
         }
 
-        FilterField {
+        SearchEntry {
             Layout.fillWidth: true
             focus: true
-            placeholder: header.store.words.text("searchLibrary")
-            size: 19
+            title: header.store.words.text("searchLibrary")
+            clearLabel: header.store.words.text("clearSearch")
+            symbol: ""
+            padding: 14
+            font: Fonts.face.field(19)
             text: header.model.query
             onTextChanged: header.model.query = text
             onPassed: header.passed()

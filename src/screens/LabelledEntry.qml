@@ -22,6 +22,10 @@ Column {
     }
 
     spacing: 8
+    // The toolkit tells nothing of a secret field, not even its name: the group around it does.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
+    Accessible.ignored: !entry.secret
 
     Eyebrow {
         words: field.title

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -11,35 +10,6 @@ Window {
     required property AppStore store
 
     property alias sidebarWidth: root.sidebarWidth
-
-    // With their shortcuts, in the order of the menu.
-    readonly property list<T.Action> commands: [
-        T.Action {
-            text: window.store.words.text("chat.new")
-            shortcut: "Ctrl+Shift+N"
-            onTriggered: window.store.newChat()
-        },
-        T.Action {
-            text: window.store.words.text("newWindow")
-            shortcut: "Ctrl+N"
-            onTriggered: window.anotherWindowWanted()
-        },
-        T.Action {
-            text: window.store.words.text("settings")
-            shortcut: "Ctrl+,"
-            onTriggered: window.settingsWanted()
-        },
-        T.Action {
-            text: window.store.words.text("closeWindow")
-            shortcut: "Ctrl+W"
-            onTriggered: window.close()
-        },
-        T.Action {
-            text: window.store.words.text("quit")
-            shortcut: "Ctrl+Q"
-            onTriggered: Qt.quit()
-        }
-    ]
 
     signal anotherWindowWanted
     signal settingsWanted
@@ -54,12 +24,21 @@ Window {
     // In the next turn of the event loop, while the desktop brings the window onto the screen.
     Component.onCompleted: store.beginConnect()
 
+    WindowCommands {
+        id: commands
+
+        store: window.store
+        onAnotherWindowWanted: window.anotherWindowWanted()
+        onSettingsWanted: window.settingsWanted()
+        onCloseWanted: window.close()
+    }
+
     RootView {
         id: root
 
         anchors.fill: parent
         store: window.store
-        commands: window.commands // qmllint disable
+        menu: commands.menu
     }
 
     Loader {
@@ -71,10 +50,10 @@ Window {
 
     // A token may have ended, and a membership begun, while the user was elsewhere.
     Connections {
-        target: Qt.application
+        target: Application
 
         function onStateChanged() {
-            if (Qt.application.state === Qt.ApplicationActive) // qmllint disable
+            if (Application.state === Qt.ApplicationActive)
                 window.store.beginRefreshAccount();
         }
     }

@@ -63,7 +63,7 @@ ColumnLayout {
 
             HelpTip {
                 text: copy.help
-                visible: copy.hovered && !copy.down
+                subject: copy
             }
         }
     }

@@ -28,6 +28,7 @@ ColumnLayout {
         text: newest.store.words.text("loadFailed")
         wrapMode: Text.Wrap
         font: Fonts.face.reading(17)
+        Accessible.role: Accessible.Notification
     }
 
     BrandButton {

@@ -77,10 +77,9 @@ PlainButton {
         TextLabel {
             Layout.topMargin: 8
             text: card.store.words.text("cardFile")
-            font: Fonts.face.mono(Fonts.label, 600)
+            font: Fonts.face.mono(Fonts.label, 600, 1)
             color: Ink.paperInk
             Accessible.ignored: true
-            Component.onCompleted: font.letterSpacing = 1
         }
     }
 }

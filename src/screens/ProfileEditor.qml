@@ -27,7 +27,11 @@ Sheet {
     width: parent ? Math.min(560, parent.width - 32) : 560
     padding: 32
     title: label(model.titleKey)
-    closePolicy: model.busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside // qmllint disable compiler
+
+    Binding on closePolicy {
+        when: model.busy
+        value: T.Popup.NoAutoClose
+    }
 
     ProfileEditorModel {
         id: model
@@ -41,7 +45,8 @@ Sheet {
         }
     }
 
-    contentItem: ColumnLayout { // qmllint disable deferred-property-id
+    ColumnLayout {
+        anchors.fill: parent
         spacing: 22
 
         TextLabel {

@@ -11,6 +11,7 @@ Column {
     required property AppStore store
     required property CaseReaderModel model
     required property TextSelection selection
+    required property TextSizing sizing
 
     signal sectionChosen(section: Item)
     signal relatedChosen(card: caseCard)
@@ -41,7 +42,7 @@ Column {
         visible: text !== ""
         selection: page.selection
         text: page.model.relevance
-        font: Fonts.face.reading(page.store.readingSize)
+        font: Fonts.face.reading(page.sizing.size)
         leading: 6
     }
 
@@ -59,8 +60,8 @@ Column {
 
         delegate: ReaderSection {
             width: page.width
-            store: page.store
             selection: page.selection
+            sizing: page.sizing
         }
     }
 

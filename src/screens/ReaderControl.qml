@@ -40,7 +40,7 @@ PlainButton {
 
     HelpTip {
         text: control.help
-        visible: text !== "" && control.hovered && !control.down
+        subject: control
     }
 
     Rectangle {

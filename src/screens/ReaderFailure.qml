@@ -10,6 +10,7 @@ ColumnLayout {
     id: failure
 
     required property AppStore store
+    readonly property string words: store.words.text("loadFailed")
 
     signal retryWanted
 
@@ -19,7 +20,7 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.leftMargin: 30
         Layout.rightMargin: 30
-        text: failure.store.words.text("loadFailed")
+        text: failure.words
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
         font: Fonts.face.reading(20)

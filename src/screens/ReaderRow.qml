@@ -5,20 +5,28 @@ import QtQuick.Layouts
 import Quillmere.Presentation
 import Quillmere.Screens
 
-// A row under a rule that leads somewhere else.
-PlainButton {
+// What a row says that leads somewhere else, under a rule.
+Item {
     id: row
 
     required property string title
     required property string symbol
-    property font face
-    property real leading: 0
+    required property font face
+    required property real padding
 
-    overSheet: true
-    radius: 4
-    Accessible.name: title
+    implicitHeight: words.implicitHeight + 2 * padding
 
-    contentItem: RowLayout {
+    Rectangle {
+        width: parent.width
+        height: 1
+        color: Ink.paperLine
+    }
+
+    RowLayout {
+        id: words
+
+        y: row.padding
+        width: row.width
         spacing: 15
 
         TextLabel {
@@ -26,7 +34,6 @@ PlainButton {
             text: row.title
             wrapMode: Text.Wrap
             font: row.face
-            leading: row.leading
             color: Ink.paperInk
             Accessible.ignored: true
         }
@@ -36,11 +43,5 @@ PlainButton {
             size: 18
             color: Ink.paperInk
         }
-    }
-
-    Rectangle {
-        width: parent.width
-        height: 1
-        color: Ink.paperLine
     }
 }

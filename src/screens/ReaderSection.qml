@@ -8,14 +8,13 @@ import Quillmere.Screens
 Column {
     id: section
 
-    required property AppStore store
     required property TextSelection selection
+    required property TextSizing sizing
     required property int number
     required property string label
     required property list<string> body
 
-    readonly property font face: Fonts.face.reading(store.readingSize)
-    readonly property real pitch: Fonts.face.lineHeight(face, 7)
+    readonly property real pitch: Fonts.face.lineHeight(Fonts.face.reading(sizing.size), 7)
 
     spacing: 14
 
@@ -62,13 +61,17 @@ Column {
             model: section.body
 
             delegate: SelectableText {
+                id: piece
+
                 required property string modelData
+                property real size: section.sizing.sizeToBegin()
 
                 width: section.width
                 selection: section.selection
                 text: modelData
-                font: section.face
+                font: Fonts.face.reading(size)
                 leading: 7
+                Component.onCompleted: section.sizing.add(piece)
             }
         }
     }

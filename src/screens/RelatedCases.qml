@@ -14,6 +14,8 @@ Column {
     signal chosen(card: caseCard)
 
     TextLabel {
+        id: heading
+
         width: parent.width
         bottomPadding: 14
         text: list.store.words.text("relatedCases")
@@ -22,17 +24,33 @@ Column {
         Accessible.role: Accessible.Heading
     }
 
-    Repeater {
-        model: list.model.related
+    Column {
+        width: parent.width
+        Accessible.role: Accessible.List
+        Accessible.name: heading.text
 
-        delegate: ReaderRow {
-            required property caseCard card
+        Repeater {
+            model: list.model.related
 
-            width: list.width
-            verticalPadding: 13
-            symbol: "chevron.right"
-            face: Fonts.face.archivo(20, 600)
-            onClicked: list.chosen(card)
+            delegate: PlainButton {
+                id: row
+
+                required property string title
+                required property caseCard card
+
+                width: list.width
+                overSheet: true
+                radius: 4
+                Accessible.name: title
+                onClicked: list.chosen(card)
+
+                contentItem: ReaderRow {
+                    title: row.title
+                    symbol: "chevron.right"
+                    face: Fonts.face.archivo(20, 600)
+                    padding: 13
+                }
+            }
         }
     }
 }

@@ -37,13 +37,18 @@ Sheet {
             Accessible.role: Accessible.Heading
         }
 
-        NameField {
+        TextEntry {
             Layout.fillWidth: true
             focus: true
-            placeholder: dialog.store.words.text("rename")
+            padding: 12
+            ground: Ink.paper2
+            font: Fonts.face.field(18)
+            title: dialog.store.words.text("rename")
             text: dialog.name
             onTextChanged: dialog.name = text
             onAccepted: dialog.finish()
+            // So that typing replaces it.
+            Component.onCompleted: selectAll()
         }
 
         RowLayout {

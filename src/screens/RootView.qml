@@ -10,7 +10,7 @@ T.SplitView {
     id: root
 
     required property AppStore store
-    required property list<T.Action> commands
+    required property Component menu
     property real sidebarWidth: 238
 
     orientation: Qt.Horizontal
@@ -28,7 +28,7 @@ T.SplitView {
         id: sidebar
 
         store: root.store
-        commands: root.commands // qmllint disable
+        menu: root.menu
         T.SplitView.minimumWidth: 218
         T.SplitView.maximumWidth: 270
     }

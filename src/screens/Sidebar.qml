@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
@@ -10,11 +9,12 @@ Rectangle {
     id: sidebar
 
     required property AppStore store
-    required property list<T.Action> commands
+    // Of the window.
+    required property Component menu
 
     // To the row above or below. False at either end.
     function step(forward: bool): bool {
-        const row = Window.window.activeFocusItem.nextItemInFocusChain(forward); // qmllint disable compiler
+        const row = Window.activeFocusItem.nextItemInFocusChain(forward);
         let above = row;
         while (above && above !== sidebar)
             above = above.parent;
@@ -64,18 +64,16 @@ Rectangle {
                 symbol: "ellipsis"
                 help: "Quillmere.Chat"
                 tint: Ink.mute
-                Accessible.role: Accessible.ButtonMenu
                 onClicked: {
-                    if (!menu.item)
-                        menu.setSource("AppMenu.qml", {
-                            commands: sidebar.commands,
-                            parent: menuButton
-                        });
-                    (menu.item as AppMenu).open();
+                    menu.active = true;
+                    (menu.item as MenuPanel).openUnder(menuButton);
                 }
 
                 Loader {
                     id: menu
+
+                    active: false
+                    sourceComponent: sidebar.menu
                 }
             }
         }

@@ -12,6 +12,8 @@ Column {
     required property CaseReaderModel model
 
     TextLabel {
+        id: heading
+
         width: parent.width
         bottomPadding: 12
         text: list.store.words.text("sources")
@@ -20,19 +22,35 @@ Column {
         Accessible.role: Accessible.Heading
     }
 
-    Repeater {
-        model: list.model.sources
+    Column {
+        width: parent.width
+        Accessible.role: Accessible.List
+        Accessible.name: heading.text
 
-        delegate: ReaderRow {
-            required property string address
+        Repeater {
+            model: list.model.sources
 
-            width: list.width
-            verticalPadding: 12
-            symbol: "arrow.up.right"
-            face: Fonts.face.reading(list.store.readingSize - 1)
-            leading: 4
-            Accessible.role: Accessible.Link
-            onClicked: list.store.openAddress(address)
+            delegate: PlainLink {
+                id: source
+
+                required property string title
+                required property string address
+
+                width: list.width
+                height: row.implicitHeight
+                name: title
+                onClicked: list.store.openAddress(address)
+
+                ReaderRow {
+                    id: row
+
+                    width: parent.width
+                    title: source.title
+                    symbol: "arrow.up.right"
+                    face: Fonts.face.reading(list.store.readingSize - 1)
+                    padding: 12
+                }
+            }
         }
     }
 }

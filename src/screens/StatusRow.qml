@@ -28,6 +28,11 @@ RowLayout {
         elide: Text.ElideRight
         font: Fonts.face.mono(10)
         color: Ink.mute
+        Accessible.role: Accessible.StatusBar
+
+        Announcement {
+            words: row.words
+        }
     }
 
     Spinner {

@@ -55,27 +55,21 @@ FocusScope {
             }
 
             BrandButton {
-                id: refresh
-
                 Layout.alignment: Qt.AlignTop
                 symbol: "arrow.clockwise"
+                help: header.store.words.text("syncNow")
                 enabled: header.store.signedIn && !header.store.wallLoading
-                Accessible.name: header.store.words.text("syncNow")
                 onClicked: header.store.beginRefreshWall()
-
-                HelpTip {
-                    text: header.store.words.text("syncNow")
-                    visible: refresh.hovered && !refresh.down
-                }
             }
         }
 
-        FilterField {
+        SearchEntry {
             Layout.fillWidth: true
             focus: true
-            placeholder: header.store.words.text("searchLibrary")
-            symbol: "magnifyingglass"
-            size: 18
+            title: header.store.words.text("searchLibrary")
+            clearLabel: header.store.words.text("clearSearch")
+            padding: 14
+            font: Fonts.face.field(18)
             text: header.model.query
             onTextChanged: header.model.query = text
             onPassed: header.passed()

@@ -27,7 +27,7 @@ protected:
         m_window->window()->requestActivate();
         ASSERT_TRUE(eventually([&] { return m_window->window()->isActive(); }));
         ASSERT_TRUE(eventually([&] { return m_window->ofType(u"ConversationRow"_s).size() == 3; }));
-        m_window->ofType(u"FilterField"_s).first()->forceActiveFocus(Qt::TabFocusReason);
+        m_window->ofType(u"SearchEntry"_s).first()->forceActiveFocus(Qt::TabFocusReason);
     }
 
     void press(Qt::Key key) { QTest::keyClick(m_window->window(), key); }
