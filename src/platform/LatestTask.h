@@ -5,8 +5,8 @@
 #include <functional>
 #include <stop_token>
 
-/// Work of which only the latest counts: beginning it again stops what was begun before, and so does
-/// the end of this object, which its owner holds.
+/// Work of which only the latest counts: beginning it again stops what was begun before, and so
+/// does the end of this object, which its owner holds.
 ///
 /// Once its `stop` was requested the owner may be gone: the operation asks it after each wait,
 /// before it touches anything.

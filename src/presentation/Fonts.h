@@ -28,8 +28,8 @@ public:
     /// Running text.
     Q_INVOKABLE QFont reading(qreal size, int weight = 400, bool italic = false) const;
 
-    /// Labels and figures, their letters so many points apart. Weights 400, 600 and 700; any other is
-    /// the medium one.
+    /// Labels and figures, their letters so many points apart. Weights 400, 600 and 700; any other
+    /// is the medium one.
     Q_INVOKABLE QFont mono(qreal size, int weight = 500, qreal spacing = 0) const;
 
     /// Input fields.

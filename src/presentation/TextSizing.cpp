@@ -31,8 +31,9 @@ void TextSizing::setSize(qreal size) {
     m_texts.removeIf([](const QPointer<QQuickItem> &text) { return text.isNull(); });
     rememberPlace();
     m_waiting = m_texts;
-    std::sort(m_waiting.begin(), m_waiting.end(),
-              [this](const auto &one, const auto &other) { return distance(one) > distance(other); });
+    std::sort(m_waiting.begin(), m_waiting.end(), [this](const auto &one, const auto &other) {
+        return distance(one) > distance(other);
+    });
     while (!m_waiting.isEmpty() && distance(m_waiting.last()) == 0)
         resizeNearest();
     if (!m_waiting.isEmpty())
@@ -88,8 +89,7 @@ void TextSizing::keepPlace() {
         return;
     const auto *page = m_view->property("contentItem").value<QQuickItem *>();
     const qreal y = top(m_place.text, page) + m_place.share * m_place.text->height();
-    const qreal lowest =
-        viewValue("contentHeight") + viewValue("bottomMargin") - m_view->height();
+    const qreal lowest = viewValue("contentHeight") + viewValue("bottomMargin") - m_view->height();
     m_keepingPlace = true;
     // The view would move to a whole number by itself, which would look like scrolling.
     m_view->setProperty("contentY", std::round(std::max(0.0, std::min(y, lowest))));
