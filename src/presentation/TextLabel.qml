@@ -13,6 +13,7 @@ T.Label {
 
     color: Ink.paper
     textFormat: Text.PlainText
-    lineHeightMode: leading === 0 ? Text.ProportionalHeight : Text.FixedHeight
-    lineHeight: leading === 0 ? 1 : Fonts.face.lineHeight(font, leading)
+    // Lines in letters of another script are higher than the font would have them.
+    lineHeightMode: leading < 0 ? Text.FixedHeight : Text.ProportionalHeight
+    lineHeight: leading < 0 ? Fonts.face.lineHeight(font, leading) : 1 + leading / Fonts.face.lineHeight(font, 0)
 }
