@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
-RunningService::RunningService(QList<QByteArray> dataSet, Pause pause)
-    : service({home(), 0, std::move(dataSet), [this] { return now.load(); }, std::move(pause)}) {
+RunningService::RunningService(QList<QByteArray> dataSet, Pause pause,
+                               std::optional<ModelSettings> model)
+    : service({home(), 0, std::move(dataSet), [this] { return now.load(); }, std::move(pause),
+               std::move(model)}) {
     service.start();
 }
 

@@ -20,7 +20,8 @@ public:
 
     /// Answers come without a pause unless one is given.
     explicit RunningService(
-        QList<QByteArray> dataSet = sampleCases(), Pause pause = [](std::chrono::milliseconds) {});
+        QList<QByteArray> dataSet = sampleCases(), Pause pause = [](std::chrono::milliseconds) {},
+        std::optional<ModelSettings> model = std::nullopt);
 
     /// The reply to a GET; status 0 when there was none.
     httplib::Response get(const std::string &address);
