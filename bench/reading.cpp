@@ -220,9 +220,9 @@ int main(int argc, char **argv) {
         const std::string kind = archive == std::string("many") ? "/codec" : "/reference";
         const auto id = QString::fromLatin1(archive);
         measureItself("fling/median frame of 100,000 cards" + kind,
-                [&, id] { return fling(program, id).median; });
+                      [&, id] { return fling(program, id).median; });
         measureItself("fling/slow frame of 100,000 cards" + kind,
-                [&, id] { return fling(program, id).ninetyFifth; });
+                      [&, id] { return fling(program, id).ninetyFifth; });
     }
     benchmark::RunSpecifiedBenchmarks();
 }
