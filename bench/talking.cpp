@@ -30,9 +30,10 @@ qint64 worked() {
     return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
 }
 
-/// The talk of `messages` messages: a short question and an answer of some 1,200 characters in turn.
+/// The talk of `messages` messages: a short question and an answer of some 1,200 characters in
+/// turn.
 Conversation conversation(int number, int messages) {
-    static const QString subjects[] = {u"bridges"_s, u"dams"_s,  u"ledgers"_s,
+    static const QString subjects[] = {u"bridges"_s,  u"dams"_s,  u"ledgers"_s,
                                        u"vaccines"_s, u"looms"_s, u"telegraphs"_s};
     Conversation result;
     const auto subject = subjects[number % 6];
@@ -41,10 +42,11 @@ Conversation conversation(int number, int messages) {
         ChatMessage message;
         message.role = at % 2 == 0 ? u"user"_s : u"assistant"_s;
         message.content =
-            at % 2 == 0 ? u"And what of the %1, case %2?"_s.arg(subject).arg(number * 7 + at)
-                        : u"The **report** on the %1 names *three* causes, as cases before it do. "_s
-                              .arg(subject)
-                              .repeated(18);
+            at % 2 == 0
+                ? u"And what of the %1, case %2?"_s.arg(subject).arg(number * 7 + at)
+                : u"The **report** on the %1 names *three* causes, as cases before it do. "_s
+                      .arg(subject)
+                      .repeated(18);
         result.messages.append(message);
     }
     return result;
