@@ -20,8 +20,8 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     opacity: down ? 0.75 : 1
-    checked: marked
-    onToggled: checked = Qt.binding(() => marked)
+    onMarkedChanged: checked = marked
+    onToggled: checked = marked
 
     HoverHandler {
         cursorShape: Qt.PointingHandCursor

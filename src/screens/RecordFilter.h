@@ -15,9 +15,9 @@ inline QString foldedText(const QString &text, const QLocale &locale) {
     return locale.toLower(text).toCaseFolded().normalized(QString::NormalizationForm_C);
 }
 
-/// Finds the records that hold what the user types. The folded text of a record is made once, in the
-/// pauses of the event loop or when it is first looked at, and kept while the record stays as it is;
-/// a longer query is looked for only in what the shorter one has found.
+/// Finds the records that hold what the user types. The folded text of a record is made once, in
+/// the pauses of the event loop or when it is first looked at, and kept while the record stays as
+/// it is; a longer query is looked for only in what the shorter one has found.
 template <class Record>
 class RecordFilter final {
 public:

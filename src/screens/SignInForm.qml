@@ -158,6 +158,8 @@ Card {
     }
 
     LinkButton {
+        // Its words stand under the others.
+        Layout.leftMargin: -leftPadding
         text: form.store.words.text("registerWeb")
         labelFont: Fonts.face.mono(12)
         symbol: "arrow.up.right"

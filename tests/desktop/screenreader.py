@@ -5,7 +5,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib
 
-from desktop import press_keys, wait_for
+from desktop import PATIENCE, press_keys, wait_for
 
 # States that are told with a name, and how.
 TOLD_STATES = {
@@ -20,8 +20,9 @@ def turn_on_accessibility():
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
     on = GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True)))
     bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", on, None,
-                  Gio.DBusCallFlags.NONE, -1, None)
+                  Gio.DBusCallFlags.NONE, PATIENCE * 1000, None)
     Atspi.init()
+    Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
 
 
 class ScreenReader:
