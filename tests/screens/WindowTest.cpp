@@ -1,8 +1,8 @@
 #include "copy/Copy.h"
 #include "platform/QtTransport.h"
-#include "tests/screens/LocalServiceProcess.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/support/Await.h"
+#include "tests/support/LocalServiceProcess.h"
 #include "tests/support/MessageCatcher.h"
 #include "tests/support/TestPlatform.h"
 

@@ -1,4 +1,4 @@
-#include "tests/screens/LocalServiceProcess.h"
+#include "tests/support/LocalServiceProcess.h"
 
 #include "tests/support/Await.h"
 
