@@ -78,7 +78,9 @@ struct Guards {
 
 std::optional<Guards> guardsFor(QStringView text) {
     QString free;
-    for (const char16_t candidate : {u'\u1680', u'\u2005', u'\u2006', u'\u2004'}) {
+    // The form feed first: alone among them it may stand inside a link, before the title. But at
+    // the end of a line it would be dropped.
+    for (const char16_t candidate : {u'\f', u'\u1680', u'\u2005', u'\u2006', u'\u2004'}) {
         if (!text.contains(candidate))
             free += candidate;
     }

@@ -57,6 +57,8 @@ TEST(InlineMarkdown, stylesWordsCodeAndLinks) {
         {"[the *case*](https://example.org/a?b=c)",
          "{l:the |https://example.org/a?b=c}{el:case|https://example.org/a?b=c}"},
         {"[a](<https://example.org/(b)> \"title\").", "{l:a|https://example.org/(b)}."},
+        {"[over](\n  https://example.org/\n  \"a title\"\n) lines",
+         "{l:over|https://example.org/} lines"},
         {"<https://example.org/a>", "{l:https://example.org/a|https://example.org/a}"},
         {"\\*no\\* \\[no\\](x) &amp; &copy; &#65;", "*no* [no](x) & \xC2\xA9 A"},
         {"\xE4\xB8\xAD**\xE6\x96\x87**\xE5\xAD\x97", "\xE4\xB8\xAD{s:\xE6\x96\x87}\xE5\xAD\x97"},
@@ -116,7 +118,7 @@ TEST(InlineMarkdown, showsWhatCannotBeReadAsItIsWritten) {
     const auto endless = u"*a* "_s.repeated(5000);
     EXPECT_EQ(shown(endless), endless.toStdString());
     // Every blank that the reader could use as a mark of its own.
-    const auto odd = u"*a* \u1680\u2005\u2006\u2004 *b*"_s;
+    const auto odd = u"*a* \f\u1680\u2005\u2006\u2004 *b*"_s;
     EXPECT_EQ(shown(odd), odd.toStdString());
-    EXPECT_EQ(shown(u"*a*\u1680*b*"_s), "{e:a}\xE1\x9A\x80{e:b}");
+    EXPECT_EQ(shown(u"*a*\u1680\f*b*\n*c*"_s), "{e:a}\xE1\x9A\x80\f{e:b}\n{e:c}");
 }
