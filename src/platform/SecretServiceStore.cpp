@@ -223,17 +223,26 @@ Task<void> SecretServiceStore::prepare() {
     m_available = available;
 }
 
-std::optional<QByteArray> SecretServiceStore::find(const QString &service, const QString &account) {
+/// The window waits for it, so a keyring that hung once is not called again before it has answered
+/// to prepare(). What was known stays known: nobody can tell whether the call took effect.
+template <class Call>
+auto SecretServiceStore::ask(Call call)
+    -> std::optional<std::invoke_result_t<Call, _GCancellable *>> {
     if (!m_available)
         return std::nullopt;
+    auto result = within(m_limits.call, std::move(call));
+    m_available = result.has_value();
+    return result;
+}
+
+std::optional<QByteArray> SecretServiceStore::find(const QString &service, const QString &account) {
     const std::pair name(service, account);
     const auto known = m_known.constFind(name);
     if (known != m_known.cend())
         return *known;
-    const auto finding =
-        within(m_limits.call, [place = placeOf(service, account)](GCancellable *cancellable) {
-            return findItem(place, cancellable);
-        });
+    const auto finding = ask([place = placeOf(service, account)](GCancellable *cancellable) {
+        return findItem(place, cancellable);
+    });
     if (!finding || finding->failed)
         return std::nullopt;
     m_known.insert(name, finding->secret);
@@ -242,31 +251,26 @@ std::optional<QByteArray> SecretServiceStore::find(const QString &service, const
 
 CredentialStore::Outcome SecretServiceStore::remove(const QString &service,
                                                     const QString &account) {
-    if (!m_available)
-        return Outcome::failed;
-    const auto outcome =
-        within(m_limits.call, [place = placeOf(service, account)](GCancellable *cancellable) {
-            return removeItems(place, cancellable);
-        }).value_or(Outcome::failed);
+    const auto outcome = ask([place = placeOf(service, account)](GCancellable *cancellable) {
+        return removeItems(place, cancellable);
+    });
     if (outcome == Outcome::failed)
         m_known.remove({service, account});
-    else
+    else if (outcome)
         m_known.insert({service, account}, std::nullopt);
-    return outcome;
+    return outcome.value_or(Outcome::failed);
 }
 
 CredentialStore::Outcome SecretServiceStore::add(const QString &service, const QString &account,
                                                  const QByteArray &secret) {
-    if (!m_available)
-        return Outcome::failed;
     const auto label = QString(m_label + QLatin1String(": ") + account).toUtf8();
-    const auto outcome = within(m_limits.call, [place = placeOf(service, account), label,
-                                                secret](GCancellable *cancellable) {
-                             return addItem(place, label, secret, cancellable);
-                         }).value_or(Outcome::failed);
+    const auto outcome =
+        ask([place = placeOf(service, account), label, secret](GCancellable *cancellable) {
+            return addItem(place, label, secret, cancellable);
+        });
     if (outcome == Outcome::done)
         m_known.insert({service, account}, secret);
-    else
+    else if (outcome)
         m_known.remove({service, account});
-    return outcome;
+    return outcome.value_or(Outcome::failed);
 }

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 struct _GCancellable;
@@ -17,7 +18,7 @@ struct _GCancellable;
 ///
 /// The other side is another process that may be slow, hang, or want to ask the user something. So
 /// each call runs on a thread of its own and is given up after its limit, and only prepare() may
-/// make the keyring ask.
+/// make the keyring ask. After a call that was given up, all others fail at once until prepare().
 class SecretServiceStore final : public CredentialStore {
 public:
     struct Limits {
@@ -36,7 +37,8 @@ public:
     /// store outlives its waiters, or the event loop.
     [[nodiscard]] Task<void> prepare() override;
 
-    /// Whether there is a keyring with a default collection, locked or not; known after prepare().
+    /// Whether there is a keyring with a default collection, locked or not, that answers; known
+    /// after prepare().
     bool isAvailable() const { return m_available; }
 
     std::optional<QByteArray> find(const QString &service, const QString &account) override;
@@ -44,6 +46,9 @@ public:
     Outcome add(const QString &service, const QString &account, const QByteArray &secret) override;
 
 private:
+    template <class Call>
+    auto ask(Call call) -> std::optional<std::invoke_result_t<Call, _GCancellable *>>;
+
     QString m_label;
     Limits m_limits;
     bool m_available = false;

@@ -93,6 +93,12 @@ void AppStore::cancelAuthentication() {
 
 Task<void> AppStore::logout() {
     cancelAuthentication();
+    const Marker identity(m_generation);
+    // A keyring that is locked or hangs is waited for here, and not in the middle of a step.
+    auto preparing = m_platform.credentials.prepare();
+    co_await preparing;
+    if (!identity.holds())
+        co_return;
     const API service = api();
     try {
         TokenVault::set(m_platform.credentials, std::nullopt, m_baseString);

@@ -1,4 +1,5 @@
 // What keeps a signed-in account current.
+#include "platform/CredentialStore.h"
 #include "platform/Start.h"
 #include "service/Endpoints.h"
 #include "storage/ProfileCache.h"
@@ -82,14 +83,22 @@ void AppStore::beginRefreshQuota() {
 Task<void> AppStore::updateProfile(QJsonObject body) {
     const Marker marker(m_generation);
     const QString key = libraryKey();
+    const QString done = body.value(action).toString();
+    const bool deletes = done == QLatin1String("delete");
+    if (deletes) {
+        // A keyring that is locked or hangs is waited for here, and not once the account is gone.
+        auto preparing = m_platform.credentials.prepare();
+        co_await preparing;
+        if (!marker.holds() || libraryKey() != key)
+            throw CancellationError();
+    }
     const API service = api();
     auto saving = service.post<Acknowledgement>(Endpoint::profile, body, {});
     co_await saving;
     if (!marker.holds() || libraryKey() != key)
         throw CancellationError();
 
-    const QString done = body.value(action).toString();
-    if (done == QLatin1String("delete")) {
+    if (deletes) {
         cancelAuthentication();
         TokenVault::set(m_platform.credentials, std::nullopt, m_baseString);
         changeIdentity(std::nullopt);

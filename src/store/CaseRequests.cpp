@@ -55,5 +55,5 @@ Task<void> AppStore::requestMoreCases(QString archive) {
 }
 
 void AppStore::beginRequestMoreCases(const QString &archive) {
-    start([this, archive] { return requestMoreCases(archive); });
+    start(*this, [this, archive] { return requestMoreCases(archive); });
 }

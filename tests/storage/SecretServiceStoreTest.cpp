@@ -89,14 +89,20 @@ TEST_F(SecretService, aLockedKeyringNeitherAsksNorCountsAsEmpty) {
 }
 
 TEST_F(SecretService, aKeyringThatHangsIsGivenUpAndWorksAgainLater) {
-    const auto store = prepared({5s, 200ms});
+    const auto store = prepared({20s, 2s});
+    const auto known = account + u'/';
+    ASSERT_EQ(store->add(service, known, "known"), Outcome::done);
     keyring.setFrozen(true);
     QElapsedTimer time;
     time.start();
-    EXPECT_EQ(store->find(service, account), std::nullopt);
-    EXPECT_EQ(store->add(service, account, "secret"), Outcome::failed);
-    EXPECT_EQ(store->remove(service, account), Outcome::failed);
-    EXPECT_LT(time.elapsed(), 4000);
+    EXPECT_EQ(store->remove(service, known), Outcome::failed);
+    // The window waits for one call alone, however many follow.
+    for (int count = 0; count < 20; ++count) {
+        EXPECT_EQ(store->find(service, account), std::nullopt);
+        EXPECT_EQ(store->add(service, account, "secret"), Outcome::failed);
+    }
+    EXPECT_LT(time.elapsed(), 20'000);
+    EXPECT_EQ(store->find(service, known), "known");
 
     // The window stays alive while it is waited for.
     int turns = 0;
@@ -113,6 +119,7 @@ TEST_F(SecretService, aKeyringThatHangsIsGivenUpAndWorksAgainLater) {
 
     keyring.setFrozen(false);
     ASSERT_TRUE(eventually([&] {
+        await(store->prepare());
         return store->remove(service, account) != Outcome::failed &&
                store->add(service, account, "secret") == Outcome::done;
     }));

@@ -161,6 +161,22 @@ TEST_F(AccountSession, aPasswordGoesToNoServerThatItWasNotTypedFor) {
     EXPECT_EQ(sent(Endpoint::login), 0);
 }
 
+TEST_F(AccountSession, aSignOutWaitsForTheKeyringAndCountsOnce) {
+    signIn(u"ann"_s);
+    system.credentials.lock();
+    auto leaving = store.logout();
+    auto again = store.logout();
+    settleEventLoop();
+    EXPECT_EQ(user(), u"ann"_s);
+    EXPECT_FALSE(token(home).isNull());
+    system.credentials.unlock();
+    await(std::move(leaving));
+    await(std::move(again));
+    EXPECT_FALSE(store.isSignedIn());
+    EXPECT_TRUE(token(home).isNull());
+    EXPECT_EQ(sent(Endpoint::logout), 1);
+}
+
 TEST_F(AccountSession, everyEndOfALoginTakesTheSameSteps) {
     struct Row {
         const char *name;
