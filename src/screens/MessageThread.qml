@@ -31,11 +31,13 @@ ListView {
 
     // The heights of messages out of sight are guesses, so the last stretch is what is animated.
     function showEnd() {
+        // The opener leaves with the first message, but its place only with the next frame.
+        end.forceLayout();
         const before = contentY;
         positionViewAtEnd();
-        const end = lowest();
-        scrolling.from = Math.min(end, Math.max(before, end - height));
-        scrolling.to = end;
+        const bottom = lowest();
+        scrolling.from = Math.min(bottom, Math.max(before, bottom - height));
+        scrolling.to = bottom;
         scrolling.restart();
     }
 
