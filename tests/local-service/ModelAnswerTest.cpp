@@ -150,7 +150,6 @@ TEST(ModelAnswer, AsksNothingWhereNoCaseIsFound) {
 /// Asks, and hangs up at the first line of this type.
 void hangUpAt(RunningService &running, const Login &login, const std::string &type) {
     auto client = running.client();
-    client.set_read_timeout(60);
     std::string received;
     httplib::Request request;
     request.method = "POST";

@@ -9,6 +9,12 @@ RunningService::RunningService(QList<QByteArray> dataSet, Pause pause,
     service.start();
 }
 
+httplib::Client RunningService::client() const {
+    httplib::Client client("127.0.0.1", service.port());
+    client.set_read_timeout(std::chrono::minutes(1));
+    return client;
+}
+
 httplib::Response RunningService::get(const std::string &address) {
     auto result = client().Get(address);
     if (result)

@@ -56,7 +56,8 @@ public:
     /// The directory of the database. A test may open it beside the service.
     QString home() const { return m_home.filePath(QStringLiteral("service")); }
 
-    httplib::Client client() const { return httplib::Client("127.0.0.1", service.port()); }
+    /// Waits long for its replies: a password's hash takes seconds on a busy machine.
+    httplib::Client client() const;
 
 private:
     static QByteArray success(const std::string &address, const httplib::Response &response);
