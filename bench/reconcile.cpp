@@ -84,9 +84,9 @@ class Program final {
 public:
     explicit Program(const QString &server) {
         m_preferences.setValue(QStringLiteral("server"), server);
-        m_store = std::make_unique<AppStore>(
-            Platform{m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files,
-                     m_credentials, m_random, m_browserSession});
+        m_store = std::make_unique<AppStore>(Platform{m_transport, m_preferences, m_clock,
+                                                      m_browser, m_appearance, m_files,
+                                                      m_credentials, m_random, m_browserSession});
         StoreAccess::setAccount(*m_store, QStringLiteral("user"));
         m_store->loadLibrary();
         m_history.setProperty("store", QVariant::fromValue(m_store.get()));
