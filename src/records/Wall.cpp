@@ -67,8 +67,9 @@ SavedChat SavedChat::snapshot(const Conversation &conversation, const QStringLis
 
     const auto &messages = conversation.messages;
     const auto question =
-        std::find_if(messages.begin(), messages.end(),
-                     [](const ChatMessage &candidate) { return candidate.role == ChatMessage::user; });
+        std::find_if(messages.begin(), messages.end(), [](const ChatMessage &candidate) {
+            return candidate.role == ChatMessage::user;
+        });
     chat.question = question == messages.end() ? conversation.title : question->content;
     for (qsizetype at = 1; at < messages.size(); ++at) {
         if (!messages[at].content.isEmpty())

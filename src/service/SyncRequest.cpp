@@ -27,9 +27,8 @@ Task<LibraryReply> API::syncLibrary(API api, QList<LibraryChange> changes, std::
     auto sending =
         successfulBody(*api.m_transport, api.request(Endpoint::library, "POST", {}, body), stop);
     QByteArray text = co_await sending;
-    auto decoding = onWorker([text = std::move(text)]() mutable {
-        return Json::decode<LibraryReply>(std::move(text));
-    });
+    auto decoding = onWorker(
+        [text = std::move(text)]() mutable { return Json::decode<LibraryReply>(std::move(text)); });
     LibraryReply reply = co_await decoding;
     if (stop.stop_requested())
         throw CancellationError();

@@ -13,8 +13,8 @@
 #include <utility>
 #include <variant>
 
-/// Runs the function on a worker thread and gives what it gives, or throws what it throws. Called on
-/// the main thread, and goes on there.
+/// Runs the function on a worker thread and gives what it gives, or throws what it throws. Called
+/// on the main thread, and goes on there.
 ///
 /// The result is handed over, not copied: a future would keep a copy of its own and let go of it on
 /// the main thread, which takes long for a large one.

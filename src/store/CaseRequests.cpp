@@ -12,9 +12,8 @@ namespace {
 
 std::optional<QString> firstQuestion(const Conversation &chat) {
     const auto asked =
-        std::find_if(chat.messages.begin(), chat.messages.end(), [](const ChatMessage &message) {
-            return message.role == ChatMessage::user;
-        });
+        std::find_if(chat.messages.begin(), chat.messages.end(),
+                     [](const ChatMessage &message) { return message.role == ChatMessage::user; });
     return asked == chat.messages.end() ? std::nullopt : std::optional(asked->content);
 }
 

@@ -98,8 +98,8 @@ std::optional<qint64> LibrarySync::baseVersion(const Identifier &conversation,
     return known == versions.cend() ? std::nullopt : std::optional(*known);
 }
 
-void LibrarySync::enqueueConversation(const Conversation &conversation,
-                                      std::optional<qint64> given, LocalLibrary &library) {
+void LibrarySync::enqueueConversation(const Conversation &conversation, std::optional<qint64> given,
+                                      LocalLibrary &library) {
     auto &state = stateOf(library);
     auto change = changeOf(conversation, state);
     change.baseVersion = given ? *given : baseVersion(conversation.id, library).value_or(0);

@@ -30,8 +30,8 @@ void enqueueConversation(const Conversation &conversation, std::optional<qint64>
 void deleteConversation(const Conversation &conversation, LocalLibrary &library);
 
 /// Lets the records of the reply that say the same as the library share its data, so that a merged
-/// library costs no second copy of what has not changed, and comparing it with what was before costs
-/// next to nothing.
+/// library costs no second copy of what has not changed, and comparing it with what was before
+/// costs next to nothing.
 void shareUnchanged(const LocalLibrary &library, LibraryReply &reply);
 
 /// Rebuilds the library from the service's reply, with what is still queued laid over it: nothing

@@ -147,8 +147,8 @@ QList<CaseCard> byTitle(QHash<QString, const CaseCard *> cards, const QList<Case
 
     QList<const CaseCard *> merged;
     merged.reserve(ordered.size() + rest.size());
-    std::merge(ordered.begin(), ordered.end(), rest.begin(), rest.end(),
-               std::back_inserter(merged), precedes);
+    std::merge(ordered.begin(), ordered.end(), rest.begin(), rest.end(), std::back_inserter(merged),
+               precedes);
     QList<CaseCard> list;
     list.reserve(merged.size());
     for (const auto *card : std::as_const(merged))

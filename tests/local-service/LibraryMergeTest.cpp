@@ -32,7 +32,10 @@ TEST(LibraryMerge, DecidesEveryCase) {
         {"the same edit on an old base", live, {Conversation, 3, "B", false, "stored", 100}, Keep},
         {"the same edit", live, {Conversation, 5, "B", false, "stored", 100}, Keep},
         {"the same words, saved since", live, {Conversation, 3, "B", false, "stored", 101}, Write},
-        {"a further edit after lost replies", live, {Conversation, 3, "A", false, "new", 100}, Write},
+        {"a further edit after lost replies",
+         live,
+         {Conversation, 3, "A", false, "new", 100},
+         Write},
         {"a further edit after one reply", live, {Conversation, 4, "A", false, "new", 101}, Write},
         {"an edit that was overtaken", live, {Conversation, 3, "A", false, "new", 99}, KeepBoth},
 

@@ -13,8 +13,8 @@ public:
     void queued(const LibrarySyncState &state);
 
     /// A session's exchange. `known` is what its device knows of the service at this moment.
-    void exchanged(const QByteArray &session, const LibraryUpload &upload, const LibraryReply &reply,
-                   const std::optional<LibrarySyncState> &known);
+    void exchanged(const QByteArray &session, const LibraryUpload &upload,
+                   const LibraryReply &reply, const std::optional<LibrarySyncState> &known);
 
     int copies() const { return static_cast<int>(m_copies.size()); }
 

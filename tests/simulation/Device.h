@@ -11,8 +11,7 @@
 /// starts again.
 class Device final {
 public:
-    Device(VirtualNetwork &network, int number, QString directory,
-           std::chrono::milliseconds time);
+    Device(VirtualNetwork &network, int number, QString directory, std::chrono::milliseconds time);
     ~Device();
     Q_DISABLE_COPY_MOVE(Device)
 

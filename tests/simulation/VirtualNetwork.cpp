@@ -23,7 +23,8 @@ Task<HttpResponse> VirtualNetwork::Line::data(HttpRequest request, std::stop_tok
     if (m_cut || stop.stop_requested())
         throw CancellationError();
     Completion<HttpResponse> completion;
-    m_network.m_messages.push_back({this, m_device, std::move(request), completion, {}, {}, {}, {}});
+    m_network.m_messages.push_back(
+        {this, m_device, std::move(request), completion, {}, {}, {}, {}});
     auto waiting = waitFor(completion, stop);
     HttpResponse response = co_await waiting;
     co_return response;
@@ -34,7 +35,8 @@ Task<std::unique_ptr<ByteStream>> VirtualNetwork::Line::stream(HttpRequest reque
     if (m_cut || stop.stop_requested())
         throw CancellationError();
     Completion<std::shared_ptr<FakeBody>> completion;
-    m_network.m_messages.push_back({this, m_device, std::move(request), {}, completion, {}, {}, {}});
+    m_network.m_messages.push_back(
+        {this, m_device, std::move(request), {}, completion, {}, {}, {}});
     auto waiting = waitFor(completion, stop);
     const auto body = co_await waiting;
     co_return body->reader(stop);

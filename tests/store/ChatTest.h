@@ -91,9 +91,12 @@ protected:
 
     QList<LibraryChange> pending() const { return m_store->library().sync.value().pending; }
 
+    /// As if the service had taken every edit of the conversation so far.
     void setVersion(const Conversation &conversation, qint64 version) {
-        StoreAccess::library(*m_store)
-            .sync->versions[QLatin1String("conversation|") + conversation.id.text] = version;
+        auto &sync = *StoreAccess::library(*m_store).sync;
+        sync.pending.removeIf(
+            [&](const LibraryChange &change) { return change.key == conversation.id.text; });
+        sync.versions[QLatin1String("conversation|") + conversation.id.text] = version;
     }
 
     static QString path() { return QLatin1Char('/') + QString(Endpoint::chatRuns); }

@@ -6,11 +6,14 @@
 #include "tests/support/FakeTransport.h"
 #include "tests/support/TestPlatform.h"
 
+#include <QThreadPool>
+
 #include <gtest/gtest.h>
 
 /// Ends what is under way, before the store goes.
 inline void endAll(AppStore &store, TestPlatform<FakeTransport> &system) {
     StoreAccess::cancelSync(store);
+    QThreadPool::globalInstance()->waitForDone();
     settleEventLoop();
     while (system.transport.abandon() || system.clock.sleepers() > 0) {
         system.clock.advance(std::chrono::hours(1));
