@@ -63,7 +63,6 @@ class Walk:
 
     def read(self):
         self.keys_lead_to(
-            ("Tab", f"{PIGEONS}, document frame"),
             ("Tab", "Save to wall, check box"),
             ("Tab", "Text size, push button"),
             ("Tab", "Share this case, push button"),
