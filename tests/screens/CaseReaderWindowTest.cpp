@@ -53,7 +53,7 @@ protected:
         key(Qt::Key_Return);
         answer(Endpoint::caseEntry(entry.archive, entry.id), Json::encode(entry));
         // Made piece by piece, and then laid out with the next frame.
-        ASSERT_TRUE(eventually([&] { return lowest() > 0; }));
+        ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty() && lowest() > 0; }));
     }
 
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
