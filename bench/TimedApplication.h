@@ -26,14 +26,14 @@ public:
     /// Seconds, since the last call.
     double takeLongest() { return static_cast<double>(std::exchange(m_longest, 0)) / 1e9; }
 
-private:
-    /// Nanoseconds of this thread.
+    /// Nanoseconds that this thread has worked.
     static qint64 worked() {
         timespec time{};
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
         return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
     }
 
+private:
     bool m_inside = false;
     qint64 m_longest = 0;
 };

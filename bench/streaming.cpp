@@ -54,9 +54,9 @@ class Program final {
 public:
     explicit Program(const QString &server) {
         m_preferences.setValue(QStringLiteral("server"), server);
-        m_store = std::make_unique<AppStore>(Platform{
-            m_transport, m_preferences, m_clock, m_browser, m_appearance, m_files, m_credentials,
-            m_random, m_browserSession});
+        m_store = std::make_unique<AppStore>(Platform{m_transport, m_preferences, m_clock,
+                                                      m_browser, m_appearance, m_files,
+                                                      m_credentials, m_random, m_browserSession});
         StoreAccess::setAccount(*m_store, QStringLiteral("user"));
         m_store->loadLibrary();
         QObject::connect(m_store.get(), &AppStore::chattingChanged, &m_loop, [this] {
@@ -164,7 +164,8 @@ int main(int argc, char **argv) {
             require(each->answer() == answer.text, "the answer");
         }
         require(readBare(service.base()) == answer.text, "the reference");
-        require(shown->shown() == QString(answer.text).remove(QLatin1String("**")), "the shown answer");
+        require(shown->shown() == QString(answer.text).remove(QLatin1String("**")),
+                "the shown answer");
 
         const auto name = std::to_string(pieces) + " pieces";
         const auto base = service.base();
@@ -176,8 +177,8 @@ int main(int argc, char **argv) {
             "show/" + name, [shown] { shown->run(); }, [shown] { shown->prepare(); });
         measureStep("step/" + name + " at once", application, bare);
     }
-    const auto &steady = *services.emplace_back(
-        std::make_unique<FixedService>(Answer(20'000).body, Pace::steady));
+    const auto &steady =
+        *services.emplace_back(std::make_unique<FixedService>(Answer(20'000).body, Pace::steady));
     auto *shown = program(steady);
     shown->show();
     measureStep("step/20000 pieces steadily", application, shown);

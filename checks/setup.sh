@@ -14,6 +14,7 @@ RUN_PACKAGES=(
 )
 TEST_PACKAGES=(
     libgtest-dev libgmock-dev qml6-module-qttest curl dbus gnome-keyring python3
+    xvfb xdotool at-spi2-core python3-gi gir1.2-atspi-2.0
     desktop-file-utils appstream
 )
 # The first that the distribution has; every one of them builds the coroutines right.

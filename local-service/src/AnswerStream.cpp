@@ -7,6 +7,7 @@
 namespace {
 
 using namespace std::chrono_literals;
+using AnswerStream::event;
 using AnswerStream::Step;
 
 /// Long enough to be seen, and short enough for the first words to come within half a second.
@@ -16,12 +17,6 @@ constexpr auto readPause = 200ms;
 constexpr std::array wordsOfPiece = {4, 3, 5, 4, 6};
 constexpr auto piecePause = 25ms;
 constexpr auto wordPause = 3ms;
-
-ChatEvent event(const char *type) {
-    ChatEvent event;
-    event.type = QLatin1String(type);
-    return event;
-}
 
 Step progress(std::chrono::milliseconds pause, const QString &summary) {
     Step step{pause, event("progress")};
@@ -57,20 +52,31 @@ QList<Step> pieces(const QString &text) {
 
 } // namespace
 
-QList<Step> AnswerStream::steps(const TextTables &words, const Inquiry &inquiry,
-                                const Answer &answer) {
+ChatEvent AnswerStream::event(const char *type) {
+    ChatEvent event;
+    event.type = QLatin1String(type);
+    return event;
+}
+
+QList<Step> AnswerStream::opening(const TextTables &words, const Inquiry &inquiry,
+                                  const QList<CaseCard> &references) {
     auto search = progress(0ms, words.text(QStringLiteral("answer.searching"), inquiry.language));
     if (inquiry.archives.size() == 1)
         search.event.archive = inquiry.archives.first();
     QList<Step> steps = {search};
-    if (!answer.references.isEmpty())
+    if (!references.isEmpty())
         steps.append(
             progress(searchPause, words.text(QStringLiteral("answer.reading"), inquiry.language)));
+    Step cases{readPause, event("references")};
+    cases.event.items = references;
+    steps.append(cases);
+    return steps;
+}
 
-    Step references{readPause, event("references")};
-    references.event.items = answer.references;
-    references.event.mode = QStringLiteral("evidence-preview");
-    steps.append(references);
+QList<Step> AnswerStream::steps(const TextTables &words, const Inquiry &inquiry,
+                                const Answer &answer) {
+    auto steps = opening(words, inquiry, answer.references);
+    steps.last().event.mode = QStringLiteral("evidence-preview");
     steps += pieces(answer.text);
     steps.append({0ms, event("done")});
     return steps;

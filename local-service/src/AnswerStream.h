@@ -20,7 +20,14 @@ struct Step {
     ChatEvent event;
 };
 
-/// What the program shows while it waits, the cases, the text in small pieces and the end.
+/// An event that holds nothing yet. `type` is one of the stream's own.
+ChatEvent event(const char *type);
+
+/// What the program shows while it waits, and the cases, without a mode.
+QList<Step> opening(const TextTables &words, const Inquiry &inquiry,
+                    const QList<CaseCard> &references);
+
+/// The opening with the mode of a preview, the text in small pieces and the end.
 QList<Step> steps(const TextTables &words, const Inquiry &inquiry, const Answer &answer);
 
 } // namespace AnswerStream

@@ -15,6 +15,7 @@ public:
     Answer answer(const Inquiry &inquiry) const;
 
     const TextTables &words() const { return m_words; }
+    const CaseIndex &cases() const { return m_index; }
 
 private:
     TextTables m_words = TextTables::builtIn();

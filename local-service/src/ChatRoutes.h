@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Clock.h"
-#include "Pause.h"
 
+class AnswerWriter;
 class Answerer;
 class Database;
 class Router;
@@ -14,9 +14,8 @@ namespace ChatRoutes {
 /// requests need some as well.
 inline constexpr int greatestRuns = 6;
 
-/// `pause` is called between the pieces of an answer. The answerer and the database must outlive
-/// the router.
-void add(Router &router, const Answerer &answerer, Database &database, const Clock &clock,
-         const Pause &pause);
+/// The answerer, the writer and the database must outlive the router.
+void add(Router &router, const Answerer &answerer, const AnswerWriter &writer, Database &database,
+         const Clock &clock);
 
 } // namespace ChatRoutes

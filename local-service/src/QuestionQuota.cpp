@@ -34,3 +34,10 @@ bool QuestionQuota::recordQuestion(Database &database, qint64 account, qint64 no
                        " WHERE day <> excluded.day OR count < ?3 RETURNING 1");
     return count.bind(account).bind(now / millisecondsPerDay).bind(questionsPerDay).run();
 }
+
+void QuestionQuota::forgetQuestion(Database &database, qint64 account, qint64 now) {
+    Database::Access access(database);
+    auto count = access.prepare("UPDATE asked_questions SET count = count - 1"
+                                " WHERE account = ? AND day = ? AND count > 0");
+    count.bind(account).bind(now / millisecondsPerDay).run();
+}

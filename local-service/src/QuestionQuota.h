@@ -20,4 +20,7 @@ qint64 questionsLeft(Database &database, qint64 account, qint64 now);
 /// Counts a question; false when none is left, and then nothing is counted.
 bool recordQuestion(Database &database, qint64 account, qint64 now);
 
+/// Takes back what was recorded at `now`.
+void forgetQuestion(Database &database, qint64 account, qint64 now);
+
 } // namespace QuestionQuota

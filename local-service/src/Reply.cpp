@@ -45,10 +45,10 @@ void Reply::stream(httplib::Response &response, const char *contentType,
             const auto piece = next();
             if (!piece)
                 sink.done();
-            else if (sink.is_writable())
-                sink.write(piece->constData(), static_cast<std::size_t>(piece->size()));
-            else
+            else if (!sink.is_writable())
                 return false;
+            else if (!piece->isEmpty())
+                sink.write(piece->constData(), static_cast<std::size_t>(piece->size()));
             return true;
         });
 }

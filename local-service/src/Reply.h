@@ -26,7 +26,8 @@ void send(httplib::Response &response, int status, const char *contentType, cons
 void setHeader(httplib::Response &response, const RequestError &error);
 
 /// Sends each piece as it is made, until there is none left or the client has gone. `next` is
-/// called on the thread of the request and may take its time.
+/// called on the thread of the request and may take its time; an empty piece stands for none yet,
+/// and lets a client that has gone be noticed.
 void stream(httplib::Response &response, const char *contentType,
             std::function<std::optional<QByteArray>()> next);
 

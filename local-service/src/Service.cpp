@@ -9,6 +9,8 @@
 #include "ChatRoutes.h"
 #include "Database.h"
 #include "LibraryRoutes.h"
+#include "ModelWriter.h"
+#include "PreviewWriter.h"
 #include "RegisterRoutes.h"
 #include "RequestGuard.h"
 #include "RequestLog.h"
@@ -141,7 +143,11 @@ void Service::openQuestions() {
     for (const QByteArray &text : std::as_const(m_options.dataSet))
         files.append(CaseData::decode(text));
     m_answerer = std::make_unique<Answerer>(files);
-    ChatRoutes::add(m_router, *m_answerer, *m_database, m_options.clock, m_options.pause);
+    m_preview = std::make_unique<PreviewWriter>(m_answerer->words(), m_options.pause);
+    if (m_options.model)
+        m_modelWriter = std::make_unique<ModelWriter>(*m_options.model, *m_answerer, *m_preview);
+    ChatRoutes::add(m_router, *m_answerer, m_modelWriter ? *m_modelWriter : *m_preview, *m_database,
+                    m_options.clock);
 }
 
 void Service::stop() {

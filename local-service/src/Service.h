@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Clock.h"
+#include "ModelSettings.h"
 #include "Pause.h"
 #include "Router.h"
 
@@ -11,8 +12,10 @@
 
 #include <future>
 #include <memory>
+#include <optional>
 #include <thread>
 
+class AnswerWriter;
 class Answerer;
 class CaseStore;
 class Database;
@@ -28,6 +31,8 @@ struct ServiceOptions {
     Clock clock = QDateTime::currentMSecsSinceEpoch;
     /// Between the pieces of an answer.
     Pause pause = [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); };
+    /// Writes the answers; without it they are put together from the cases' own sentences.
+    std::optional<ModelSettings> model = std::nullopt;
 };
 
 /// The service: database, routes and the HTTP server on 127.0.0.1. It may be started once.
@@ -68,6 +73,8 @@ private:
     std::unique_ptr<CaseStore> m_cases;
     std::unique_ptr<SignIn> m_signIn;
     std::unique_ptr<Answerer> m_answerer;
+    std::unique_ptr<AnswerWriter> m_preview;
+    std::unique_ptr<AnswerWriter> m_modelWriter;
     std::unique_ptr<SignInCodes> m_signInCodes;
     httplib::Server m_server;
     socket_t m_listener = -1;

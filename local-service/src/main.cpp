@@ -29,8 +29,12 @@ sigset_t blockEndSignals() {
 
 void run(const Configuration &configuration) {
     const sigset_t endSignals = blockEndSignals();
-    Service service(
-        {directory(QStandardPaths::GenericDataLocation), configuration.port, CaseData::embedded()});
+    ServiceOptions options;
+    options.dataDirectory = directory(QStandardPaths::GenericDataLocation);
+    options.port = configuration.port;
+    options.dataSet = CaseData::embedded();
+    options.model = configuration.model;
+    Service service(std::move(options));
     service.start();
     std::fprintf(stderr, "Quillmere service on http://127.0.0.1:%d\n", service.port());
     int signal = 0;

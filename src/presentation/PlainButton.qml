@@ -12,12 +12,16 @@ T.AbstractButton {
     property color ground: "transparent"
     // Stands on a sheet, which is light in both appearances.
     property bool overSheet: false
+    // Of a checkable one: whether what it stands for is so. A press alone does not make it so.
+    property bool marked: false
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     opacity: down ? 0.75 : 1
+    onMarkedChanged: checked = marked
+    onToggled: checked = marked
 
     HoverHandler {
         cursorShape: Qt.PointingHandCursor

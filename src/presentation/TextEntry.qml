@@ -4,13 +4,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Quillmere.Presentation
 
-// A field for one line of text. A secret one shows no letters, gives none to assistive technology,
-// and lets nothing be copied out of it.
+// A field for one line of text.
 T.TextField {
     id: entry
 
     required property string title
-    property bool secret: false
     property color ground: Ink.paper0
 
     // Of the font: the dots of a secret, or letters that another font has to lend, are higher.
@@ -24,9 +22,7 @@ T.TextField {
     color: Ink.paper
     selectionColor: Ink.flagship
     selectedTextColor: Ink.paperInk
-    echoMode: secret ? TextInput.Password : TextInput.Normal
     Accessible.name: title
-    Accessible.passwordEdit: secret
 
     FontMetrics {
         id: metrics

@@ -3,6 +3,7 @@
 #include "records/Conversation.h"
 
 #include <QHash>
+#include <QStringBuilder>
 
 #include <optional>
 
@@ -21,7 +22,7 @@ struct LibraryChange {
     std::optional<Conversation> conversation;
 
     /// `kind`, "|", `key`.
-    QString identity() const { return kind + QLatin1Char('|') + key; }
+    QString identity() const { return kind % QLatin1Char('|') % key; }
 
     bool operator==(const LibraryChange &) const = default;
 };
@@ -36,7 +37,7 @@ struct LibraryRecord {
     std::optional<Conversation> conversation;
 
     /// `kind`, "|", `key`.
-    QString identity() const { return kind + QLatin1Char('|') + key; }
+    QString identity() const { return kind % QLatin1Char('|') % key; }
 };
 
 /// A conversation that the service kept twice: the losing copy lives on under `preservedKey`.

@@ -57,7 +57,7 @@ ColumnLayout {
         LinkButton {
             visible: !groups.store.account.apple
             text: groups.store.words.text("deleteAccount")
-            color: "#FF6347"
+            color: Ink.failure
             onClicked: groups.editing("delete")
         }
     }

@@ -1,6 +1,6 @@
 #include "screens/AnswerAnnouncement.h"
 
-#include <QAccessible>
+#include <utility>
 
 void AnswerAnnouncement::setStore(AppStore *store) {
     m_store = store;
@@ -35,8 +35,4 @@ void AnswerAnnouncement::tell(const QString &words) {
         return;
     m_words = words;
     Q_EMIT wordsChanged();
-    if (!m_status || words.isEmpty())
-        return;
-    QAccessibleEvent alert(m_status, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
 }

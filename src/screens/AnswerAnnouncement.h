@@ -3,8 +3,6 @@
 #include "store/AppStore.h"
 
 #include <QObject>
-#include <QPointer>
-#include <QQuickItem>
 #include <QtQmlIntegration>
 
 /// Tells a screen reader once how a question ended, instead of every piece of the growing answer:
@@ -13,7 +11,6 @@ class AnswerAnnouncement : public QObject {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(AppStore *store READ store WRITE setStore REQUIRED FINAL)
-    Q_PROPERTY(QQuickItem *status MEMBER m_status FINAL)
     Q_PROPERTY(QString words READ words NOTIFY wordsChanged FINAL)
 
 public:
@@ -36,8 +33,6 @@ private:
     void tell(const QString &words);
 
     AppStore *m_store = nullptr;
-    /// Its name is the words.
-    QPointer<QQuickItem> m_status;
     QString m_words;
     /// Of the run to tell of; absent when there is none.
     std::optional<Identifier> m_conversation;

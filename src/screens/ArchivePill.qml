@@ -17,11 +17,11 @@ PlainButton {
     horizontalPadding: 12
     verticalPadding: 8
     radius: height / 2
+    checkable: true
+    marked: selected
     ground: selected ? Ink.paper2 : "transparent"
     opacity: !enabled ? 0.42 : down ? 0.75 : 1
     Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: selected
     Accessible.selectable: true
     Accessible.selected: selected
 

@@ -15,10 +15,10 @@ PlainButton {
 
     Layout.fillWidth: true
     padding: 12
-    ground: store.destination === archiveId ? Ink.paper2 : "transparent"
+    checkable: true
+    marked: store.destination === archiveId
+    ground: marked ? Ink.paper2 : "transparent"
     Accessible.name: title
-    Accessible.checkable: true
-    Accessible.checked: store.destination === archiveId
     onClicked: store.destination = archiveId
 
     contentItem: RowLayout {

@@ -56,12 +56,18 @@ Rectangle {
             Layout.fillWidth: true
             Layout.fillHeight: true
 
-            CaseList {
-                id: cases
-
+            // Around the list, since the toolkit must not end a list that is itself hidden while a screen
+            // reader follows it.
+            Item {
                 anchors.fill: parent
                 visible: column.model.showing === CaseBrowserModel.Cards
-                browser: column.model
+
+                CaseList {
+                    id: cases
+
+                    anchors.fill: parent
+                    browser: column.model
+                }
             }
 
             Spinner {

@@ -75,40 +75,46 @@ ColumnLayout {
         color: Ink.mute
     }
 
-    ListView {
-        id: pills
-
+    // Around the list, since the toolkit must not end a list that is itself hidden while a screen reader
+    // follows it.
+    Item {
         Layout.fillWidth: true
         // Room for the focus frame of a pill, and for the scroll bar if there is more than fits.
-        implicitHeight: contentItem.childrenRect.height + (contentWidth > width ? 12 : 4)
-        leftMargin: 2
-        rightMargin: 2
+        implicitHeight: pills.contentItem.childrenRect.height + (pills.contentWidth > width ? 12 : 4)
         visible: !header.started
-        orientation: ListView.Horizontal
-        boundsBehavior: Flickable.StopAtBounds
-        spacing: 8
-        clip: true
 
-        model: choices.pills
+        ListView {
+            id: pills
 
-        delegate: ArchivePill {
-            id: pill
+            anchors.fill: parent
+            leftMargin: 2
+            rightMargin: 2
+            orientation: ListView.Horizontal
+            boundsBehavior: Flickable.StopAtBounds
+            spacing: 8
+            clip: true
 
-            required property int index
+            model: choices.pills
 
-            y: 2
-            store: header.store
-            enabled: !header.store.chatting
-            onClicked: choices.toggle(archive)
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    pills.positionViewAtIndex(index, ListView.Contain);
+            delegate: ArchivePill {
+                id: pill
+
+                required property int index
+
+                y: 2
+                store: header.store
+                enabled: !header.store.chatting
+                onClicked: choices.toggle(archive)
+                onActiveFocusChanged: {
+                    if (activeFocus)
+                        pills.positionViewAtIndex(index, ListView.Contain);
+                }
             }
-        }
 
-        T.ScrollBar.horizontal: ScrollBarLine {
-            implicitHeight: 6
-            padding: 1
+            T.ScrollBar.horizontal: ScrollBarLine {
+                implicitHeight: 6
+                padding: 1
+            }
         }
     }
 }

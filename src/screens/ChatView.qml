@@ -26,15 +26,10 @@ Item {
         id: announcement
 
         store: view.store
-        status: status
     }
 
-    // Nothing to see: it speaks.
-    Item {
-        id: status
-
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: announcement.words
+    Announcement {
+        words: announcement.words
     }
 
     ColumnLayout {

@@ -56,6 +56,9 @@ ColumnLayout {
             MenuPanel {
                 id: menu
 
+                // Above: below it there is little room, and it would lie over its own button.
+                y: -height - 4
+
                 onClosed: more.forceActiveFocus(Qt.PopupFocusReason)
 
                 Instantiator {

@@ -19,6 +19,7 @@ void HistoryModel::componentComplete() {
     m_conversations.setWords(m_store->words());
     m_conversations.replaceItems(matches());
     tellEmpty();
+    prepareFilter();
     connect(m_store, &AppStore::libraryChanged, this, &HistoryModel::followLibrary);
     connect(m_store, &AppStore::wordsChanged, this, &HistoryModel::followLanguage);
 }
@@ -55,6 +56,10 @@ QList<Conversation> HistoryModel::matches() {
     return m_filter.matches(m_store->library().conversations, m_query, m_store->words().locale());
 }
 
+void HistoryModel::prepareFilter() {
+    m_filter.prepare(m_store->library().conversations, m_store->words().locale());
+}
+
 const Conversation *HistoryModel::find(const QString &id) const {
     const auto &conversations = m_store->library().conversations;
     const auto found =
@@ -68,6 +73,7 @@ void HistoryModel::followLibrary() {
     if (found != m_conversations.items())
         m_conversations.setItems(found);
     tellEmpty();
+    prepareFilter();
 }
 
 void HistoryModel::followLanguage() {

@@ -40,6 +40,7 @@ Q_SIGNALS:
 
 private:
     QList<Conversation> matches();
+    void prepareFilter();
     const Conversation *find(const QString &id) const;
     void followLibrary();
     void followLanguage();

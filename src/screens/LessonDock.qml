@@ -32,8 +32,8 @@ Rectangle {
         horizontalPadding: dock.side
         radius: dock.radius
         Accessible.name: dock.model.lessonLabel
-        Accessible.checkable: true
-        Accessible.checked: dock.open
+        checkable: true
+        marked: dock.open
         onClicked: dock.open = !dock.open
 
         contentItem: RowLayout {

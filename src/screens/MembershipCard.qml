@@ -74,6 +74,8 @@ Card {
             }
 
             LinkButton {
+                // Its words stand under the others.
+                x: -leftPadding
                 enabled: !card.store.refreshingAccount
                 text: card.store.words.text("refreshMembership")
                 onClicked: card.store.beginRefreshAccount(true)
@@ -120,6 +122,7 @@ Card {
             }
 
             LinkButton {
+                x: -leftPadding
                 text: card.store.words.text("browseAllShort")
                 labelFont: Fonts.face.mono(12)
                 onClicked: card.store.destination = "all"

@@ -35,9 +35,9 @@ ListView {
         end.forceLayout();
         const before = contentY;
         positionViewAtEnd();
-        const end = lowest();
-        scrolling.from = Math.min(end, Math.max(before, end - height));
-        scrolling.to = end;
+        const bottom = lowest();
+        scrolling.from = Math.min(bottom, Math.max(before, bottom - height));
+        scrolling.to = bottom;
         scrolling.restart();
     }
 

@@ -17,10 +17,10 @@ PlainButton {
 
     Layout.fillWidth: true
     padding: 12
-    ground: store.destination === target ? Ink.paper2 : "transparent"
+    checkable: true
+    marked: store.destination === target
+    ground: marked ? Ink.paper2 : "transparent"
     Accessible.name: count > 0 ? words + ", " + store.words.number(count) : words
-    Accessible.checkable: true
-    Accessible.checked: store.destination === target
     onClicked: store.destination = target
 
     contentItem: RowLayout {

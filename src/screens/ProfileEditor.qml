@@ -13,7 +13,9 @@ Sheet {
     required property AppStore store
     required property string action
     readonly property bool deletes: action === "delete"
-    readonly property bool ready: !model.busy && value.text !== "" && (!deletes || confirmed.checked)
+    readonly property bool secretive: action === "password" || deletes
+    readonly property string value: secretive ? secret.password : words.text
+    readonly property bool ready: !model.busy && value !== "" && (!deletes || confirmed.checked)
 
     function label(key: string): string {
         return store.words.text(key);
@@ -21,7 +23,7 @@ Sheet {
 
     function submit() {
         if (ready)
-            model.submit(value.text, old.text);
+            model.submit(value, old.password);
     }
 
     width: parent ? Math.min(560, parent.width - 32) : 560
@@ -39,7 +41,8 @@ Sheet {
         store: editor.store
         action: editor.action
         onSucceeded: {
-            value.clear();
+            words.clear();
+            secret.clear();
             old.clear();
             editor.close();
         }
@@ -66,25 +69,35 @@ Sheet {
             leading: 3
         }
 
-        TextEntry {
+        PasswordEntry {
             id: old
 
             Layout.fillWidth: true
             visible: editor.action === "password"
             focus: visible
-            secret: true
             title: editor.label("currentPassword")
             font: Fonts.face.field(19)
-            onAccepted: value.forceActiveFocus(Qt.TabFocusReason)
+            onAccepted: secret.forceActiveFocus(Qt.TabFocusReason)
+        }
+
+        PasswordEntry {
+            id: secret
+
+            Layout.fillWidth: true
+            visible: editor.secretive
+            focus: editor.deletes
+            title: editor.label(editor.deletes ? "authPassword" : "newPassword")
+            font: Fonts.face.field(19)
+            onAccepted: editor.submit()
         }
 
         TextEntry {
-            id: value
+            id: words
 
             Layout.fillWidth: true
-            focus: !old.visible
-            secret: editor.action === "password" || editor.deletes
-            title: editor.label(editor.deletes ? "authPassword" : editor.action === "password" ? "newPassword" : editor.action === "email" ? "newEmail" : "newName")
+            visible: !editor.secretive
+            focus: visible
+            title: editor.label(editor.action === "email" ? "newEmail" : "newName")
             font: Fonts.face.field(19)
             onAccepted: editor.submit()
         }
@@ -112,7 +125,7 @@ Sheet {
             text: model.error
             wrapMode: Text.Wrap
             font: Fonts.face.reading(17)
-            color: "#FF6347"
+            color: Ink.failure
             Accessible.role: Accessible.AlertMessage
         }
 

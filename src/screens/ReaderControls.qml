@@ -19,8 +19,8 @@ RowLayout {
         enabled: controls.model.pinnable
         symbol: controls.model.pinned ? "bookmark.fill" : "bookmark"
         text: controls.store.words.text(controls.model.pinned ? "saved" : "saveToWall")
-        Accessible.checkable: true
-        Accessible.checked: controls.model.pinned
+        checkable: true
+        marked: controls.model.pinned
         onClicked: controls.model.togglePin()
     }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QList>
 #include <QLocale>
+#include <QTimer>
 
 #include <numeric>
 #include <utility>
@@ -13,15 +15,24 @@ inline QString foldedText(const QString &text, const QLocale &locale) {
     return locale.toLower(text).toCaseFolded().normalized(QString::NormalizationForm_C);
 }
 
-/// Finds the records that hold what the user types. The folded text of a record is made when it is
-/// first looked at and kept while the record stays as it is; a longer query is looked for only in
-/// what the shorter one has found.
+/// Finds the records that hold what the user types. The folded text of a record is made once, in
+/// the pauses of the event loop or when it is first looked at, and kept while the record stays as
+/// it is; a longer query is looked for only in what the shorter one has found.
 template <class Record>
 class RecordFilter final {
 public:
     using TextOf = QString (*)(const Record &);
 
-    explicit RecordFilter(TextOf text) : m_text(text) {}
+    explicit RecordFilter(TextOf text) : m_text(text) {
+        m_pause.callOnTimeout([this] { prepareSome(); });
+    }
+
+    /// Goes through the records before the user types, a little at a time.
+    void prepare(const QList<Record> &records, const QLocale &locale) {
+        follow(records, locale);
+        m_prepared = 0;
+        m_pause.start();
+    }
 
     /// The records whose text contains the query, in their order; all for an empty query.
     QList<Record> matches(const QList<Record> &records, const QString &query,
@@ -43,6 +54,17 @@ public:
     }
 
 private:
+    static constexpr qint64 mostMilliseconds = 3;
+
+    void prepareSome() {
+        QElapsedTimer elapsed;
+        elapsed.start();
+        while (m_prepared < m_records.size() && elapsed.elapsed() < mostMilliseconds)
+            folded(m_prepared++);
+        if (m_prepared == m_records.size())
+            m_pause.stop();
+    }
+
     QList<qsizetype> allRows() const {
         QList<qsizetype> rows(m_records.size());
         std::iota(rows.begin(), rows.end(), 0);
@@ -74,6 +96,7 @@ private:
         }
         m_records = records;
         m_folded = folded;
+        m_prepared = 0;
         m_locale = locale;
         m_query.clear();
     }
@@ -83,6 +106,9 @@ private:
     QList<Record> m_records;
     /// For each record; null until it is needed. UTF-8, for half the memory of most texts.
     QList<QByteArray> m_folded;
+    /// So many of them, from the first, have been made ready.
+    qsizetype m_prepared = 0;
+    QTimer m_pause;
     QByteArray m_query;
     /// The rows that hold the query.
     QList<qsizetype> m_found;

@@ -13,7 +13,7 @@ Card {
     required property AccountModel model
 
     function signIn() {
-        signInModel.begin(handle.text, password.text);
+        signInModel.begin(handle.text, password.password);
     }
 
     padding: 28
@@ -25,6 +25,11 @@ Card {
 
         store: form.store
         onSucceeded: password.clear()
+    }
+
+    Announcement {
+        parent: form
+        words: signInModel.error
     }
 
     TextLabel {
@@ -108,21 +113,30 @@ Card {
         Layout.fillWidth: true
         spacing: 16
 
-        LabelledEntry {
-            id: handle
-
+        LabelledField {
             Layout.fillWidth: true
             title: form.store.words.text("authName")
-            onAccepted: password.takeFocus()
+
+            TextEntry {
+                id: handle
+
+                width: parent.width
+                title: form.store.words.text("authName")
+                onAccepted: password.forceActiveFocus(Qt.TabFocusReason)
+            }
         }
 
-        LabelledEntry {
-            id: password
-
+        LabelledField {
             Layout.fillWidth: true
             title: form.store.words.text("authPassword")
-            secret: true
-            onAccepted: form.signIn()
+
+            PasswordEntry {
+                id: password
+
+                width: parent.width
+                title: form.store.words.text("authPassword")
+                onAccepted: form.signIn()
+            }
         }
 
         TextLabel {
@@ -131,19 +145,21 @@ Card {
             text: signInModel.error
             wrapMode: Text.Wrap
             font: Fonts.face.reading(17)
-            color: "#FF6347"
+            color: Ink.failure
             Accessible.role: Accessible.AlertMessage
         }
 
         BrandButton {
             filled: true
-            enabled: !form.store.authenticating && handle.text !== "" && password.text !== ""
+            enabled: !form.store.authenticating && handle.text !== "" && password.password !== ""
             text: form.store.words.text("authSignin")
             onClicked: form.signIn()
         }
     }
 
     LinkButton {
+        // Its words stand under the others.
+        Layout.leftMargin: -leftPadding
         text: form.store.words.text("registerWeb")
         labelFont: Fonts.face.mono(12)
         symbol: "arrow.up.right"

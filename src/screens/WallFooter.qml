@@ -13,7 +13,7 @@ FocusScope {
     required property WallModel model
     required property real columnWidth
 
-    implicitHeight: column.implicitHeight + 28 + 34
+    implicitHeight: store.signedIn ? column.implicitHeight + 28 + 34 : 34
 
     ColumnLayout {
         id: column

@@ -20,12 +20,12 @@ QString searchedText(const WallItem &item) {
 WallModel::WallModel(QObject *parent) : QObject(parent), m_filter(searchedText) {}
 
 void WallModel::componentComplete() {
-    update();
+    follow();
     updateSavedEarlier();
-    connect(m_store, &AppStore::wallChanged, this, &WallModel::update);
+    connect(m_store, &AppStore::wallChanged, this, &WallModel::follow);
     connect(m_store, &AppStore::wallMutationsChanged, this, &WallModel::update);
     connect(m_store, &AppStore::accountChanged, this, &WallModel::update);
-    connect(m_store, &AppStore::wordsChanged, this, &WallModel::update);
+    connect(m_store, &AppStore::wordsChanged, this, &WallModel::follow);
     connect(m_store, &AppStore::libraryChanged, this, &WallModel::updateSavedEarlier);
     m_store->beginRefreshWall();
 }
@@ -69,6 +69,11 @@ const WallItem *WallModel::find(const QString &id) const {
     const auto found = std::find_if(wall.cbegin(), wall.cend(),
                                     [&](const WallItem &item) { return item.id == id; });
     return found == wall.cend() ? nullptr : &*found;
+}
+
+void WallModel::follow() {
+    update();
+    m_filter.prepare(m_store->wall(), m_store->words().locale());
 }
 
 void WallModel::update() {

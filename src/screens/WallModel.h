@@ -55,6 +55,7 @@ Q_SIGNALS:
     void casesChanged();
 
 private:
+    void follow();
     void update();
     void updateSavedEarlier();
     const WallItem *find(const QString &id) const;

@@ -53,8 +53,9 @@ Item {
     ListView {
         id: list
 
+        // The margin is not yet that of a header which has just become higher.
         function goToTop() {
-            contentY = originY - topMargin;
+            contentY = originY - header.height;
         }
 
         anchors.fill: parent

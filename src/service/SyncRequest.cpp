@@ -2,6 +2,7 @@
 #include "service/API.h"
 #include "service/Endpoints.h"
 #include "service/ServiceError.h"
+#include "service/Worker.h"
 
 namespace {
 
@@ -17,15 +18,20 @@ ServiceError tooLarge() {
 
 Task<LibraryReply> API::syncLibrary(API api, QList<LibraryChange> changes, std::stop_token stop) {
     // On a worker: a batch of long conversations may be much larger than what is ever sent.
-    QFuture<QByteArray> encoding =
-        QtConcurrent::run([upload = LibraryUpload{changes}] { return Json::encode(upload); });
+    auto encoding = onWorker([upload = LibraryUpload{changes}] { return Json::encode(upload); });
     QByteArray body = co_await encoding;
     if (stop.stop_requested())
         throw CancellationError();
     if (body.size() > largestUpload)
         throw tooLarge();
-    auto calling =
-        api.call<LibraryReply>(api.request(Endpoint::library, "POST", {}, body), std::move(stop));
-    LibraryReply reply = co_await calling;
-    co_return reply;
+    auto sending =
+        successfulBody(*api.m_transport, api.request(Endpoint::library, "POST", {}, body), stop);
+    QByteArray text = co_await sending;
+    auto decoding = onWorker([text = std::move(text)]() mutable {
+        return Json::decode<LibraryReply>(std::move(text));
+    });
+    LibraryReply reply = co_await decoding;
+    if (stop.stop_requested())
+        throw CancellationError();
+    co_return std::move(reply);
 }

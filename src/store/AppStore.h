@@ -412,7 +412,8 @@ private:
     void cancelSync();
     Task<void> syncAfterPause(std::stop_token stop);
     Task<void> syncOnce(std::stop_token stop);
-    void takeReply(const LibraryReply &reply, const QList<LibraryChange> &batch);
+    /// Brings the open conversation to where the reply has put it.
+    void followReply(const LibraryReply &reply);
     void setSyncing(bool syncing, const QString &status);
 
     /// Marks a case or an item of the wall as being changed, or no longer.
@@ -455,8 +456,6 @@ private:
     /// What stood open stays as it was last saved.
     void openEmptyChat();
     void setChat(const Conversation &chat);
-    /// The version of a conversation that the service last told; absent for one it does not know.
-    std::optional<qint64> knownVersion(const Identifier &conversation) const;
     /// A run that is not current touches nothing.
     bool isCurrent(const ChatRun &run) const;
     Task<void> runChat(ChatRun run);

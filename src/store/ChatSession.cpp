@@ -51,14 +51,6 @@ void AppStore::openEmptyChat() {
     m_chatBaseVersion.reset();
 }
 
-std::optional<qint64> AppStore::knownVersion(const Identifier &conversation) const {
-    if (!m_library.sync)
-        return std::nullopt;
-    const auto &versions = m_library.sync->versions;
-    const auto found = versions.constFind(QLatin1String("conversation|") + conversation.text);
-    return found == versions.cend() ? std::nullopt : std::optional(*found);
-}
-
 void AppStore::startChat(const QString &question, const QList<CaseCard> &evidence) {
     const auto asked = question.trimmed();
     if (asked.isEmpty() || m_chatting)
@@ -73,7 +65,7 @@ void AppStore::startChat(const QString &question, const QList<CaseCard> &evidenc
     m_chatRun = Identifier::make();
     m_chatStop.request_stop();
     m_chatStop = std::stop_source();
-    m_chatBaseVersion = knownVersion(m_chat.id).value_or(0);
+    m_chatBaseVersion = LibrarySync::baseVersion(m_chat.id, m_library).value_or(0);
 
     auto chat = m_chat;
     chat.archives = selectedArchives();
@@ -215,7 +207,7 @@ void AppStore::openChat(Conversation conversation) {
     if (conversation.id != m_chat.id || m_chat.messages.isEmpty())
         setChat(conversation);
     setSelectedArchives(conversation.archives.value_or(QStringList()));
-    m_chatBaseVersion = knownVersion(conversation.id);
+    m_chatBaseVersion = LibrarySync::baseVersion(conversation.id, m_library);
     publish(m_chatError, {}, &AppStore::chatErrorChanged);
     setDestination(QStringLiteral("chat"));
 }

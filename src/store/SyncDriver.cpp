@@ -1,6 +1,7 @@
 // When the queued changes go to the service, and what becomes of its reply.
 #include "platform/Clock.h"
 #include "platform/Start.h"
+#include "service/Worker.h"
 #include "storage/LibraryDisk.h"
 #include "store/AppStore.h"
 #include "sync/LibrarySync.h"
@@ -15,6 +16,32 @@ const QString running = QStringLiteral("Syncing…");
 const QString synced = QStringLiteral("Synced with your account.");
 const QString syncedWithConflicts =
     QStringLiteral("Synced. Both versions of a conversation were kept.");
+
+/// A reply and the library that it makes of the one that this machine had.
+struct Merge {
+    LibraryReply reply;
+    QList<LibraryChange> sent;
+    LocalLibrary library;
+    LibraryEncoder encoder;
+};
+
+/// Merges, and has the text of the file ready.
+Merge carriedOut(Merge merge) {
+    LibrarySync::shareUnchanged(merge.library, merge.reply);
+    LibrarySync::reconcile(merge.reply, merge.sent, merge.library);
+    merge.encoder.encode(merge.library);
+    return merge;
+}
+
+QList<LibraryChange> pendingOf(const LocalLibrary &library) {
+    return library.sync ? library.sync->pending : QList<LibraryChange>();
+}
+
+/// Whether nothing that a merge depends on has been edited since the copy was made.
+bool isUntouched(const LocalLibrary &library, const LocalLibrary &copy) {
+    return library.conversations.isSharedWith(copy.conversations) &&
+           pendingOf(library).isSharedWith(pendingOf(copy));
+}
 
 QString notSynced(const QString &reason) {
     return QStringLiteral("Not synced: ") + reason +
@@ -67,20 +94,34 @@ Task<void> AppStore::syncOnce(std::stop_token stop) {
     m_syncRun = Identifier::make();
     const Marker run(m_syncRun);
     setSyncing(true, running);
-    const auto batch =
-        m_library.sync
-            ? m_library.sync->pending.first(std::min(batchSize, m_library.sync->pending.size()))
-            : QList<LibraryChange>();
+    const auto pending = pendingOf(m_library);
+    const auto batch = pending.first(std::min(batchSize, pending.size()));
     const auto counts = [&] { return generation.holds() && libraryKey() == key && run.holds(); };
     try {
+        Merge merge;
+        merge.sent = batch;
         auto exchange = service.syncLibrary(batch, stop);
-        const LibraryReply reply = co_await exchange;
-        // Whoever voided the run owns the state now; the batch is still in its library's file.
-        if (!counts())
-            co_return;
-        takeReply(reply, batch);
+        merge.reply = co_await exchange;
+        bool current = false;
+        while (!current) {
+            const LocalLibrary before = m_library;
+            merge.library = before;
+            merge.encoder = m_libraryEncoder;
+            auto merging = onWorker(
+                [merge = std::move(merge)]() mutable { return carriedOut(std::move(merge)); });
+            merge = co_await merging;
+            // Whoever voided the run owns the state now; the batch is still in its library's file.
+            if (!counts())
+                co_return;
+            current = isUntouched(m_library, before);
+        }
+        // No wait from here to the end of the write, so that no edit can come between.
+        m_library = merge.library;
+        m_libraryEncoder = merge.encoder;
+        Q_EMIT libraryChanged();
+        followReply(merge.reply);
         LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, key);
-        const bool conflicts = reply.conflicts && !reply.conflicts->isEmpty();
+        const bool conflicts = merge.reply.conflicts && !merge.reply.conflicts->isEmpty();
         setSyncing(false, conflicts ? syncedWithConflicts : synced);
         if (!m_library.sync->pending.isEmpty())
             scheduleSync();
@@ -90,9 +131,7 @@ Task<void> AppStore::syncOnce(std::stop_token stop) {
     }
 }
 
-void AppStore::takeReply(const LibraryReply &reply, const QList<LibraryChange> &batch) {
-    LibrarySync::reconcile(reply, batch, m_library);
-    Q_EMIT libraryChanged();
+void AppStore::followReply(const LibraryReply &reply) {
     // An answer or a pin in flight holds on to the conversation as it is.
     if (m_chatting || m_pinning)
         return;
@@ -109,7 +148,7 @@ void AppStore::takeReply(const LibraryReply &reply, const QList<LibraryChange> &
         if (conversation.id != open.id)
             continue;
         open = conversation;
-        m_chatBaseVersion = knownVersion(open.id).value_or(0);
+        m_chatBaseVersion = LibrarySync::baseVersion(open.id, m_library).value_or(0);
         break;
     }
     setChat(open);

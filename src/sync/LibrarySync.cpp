@@ -1,5 +1,7 @@
 #include "sync/LibrarySync.h"
 
+#include <algorithm>
+
 namespace {
 
 const QString savedKind = QStringLiteral("saved");
@@ -28,6 +30,15 @@ LibraryChange changeOf(const Conversation &conversation, const LibrarySyncState 
     auto change = changeOf(conversationKind, conversation.id.text, state);
     change.conversation = conversation;
     return change;
+}
+
+const LibraryChange *queuedChange(const QString &kind, const QString &key,
+                                  const LibrarySyncState &state) {
+    const auto &pending = state.pending;
+    const auto found = std::find_if(pending.begin(), pending.end(), [&](const auto &change) {
+        return change.key == key && change.kind == kind;
+    });
+    return found == pending.end() ? nullptr : &*found;
 }
 
 void enqueue(const LibraryChange &change, LibrarySyncState &state) {
@@ -76,18 +87,29 @@ void LibrarySync::enqueueCard(const CaseCard &card, CardEdit edit, LocalLibrary 
     enqueue(change, state);
 }
 
+std::optional<qint64> LibrarySync::baseVersion(const Identifier &conversation,
+                                               const LocalLibrary &library) {
+    if (!library.sync)
+        return std::nullopt;
+    if (const auto *queued = queuedChange(conversationKind, conversation.text, *library.sync))
+        return queued->baseVersion;
+    const auto &versions = library.sync->versions;
+    const auto known = versions.constFind(conversationKind + QLatin1Char('|') + conversation.text);
+    return known == versions.cend() ? std::nullopt : std::optional(*known);
+}
+
 void LibrarySync::enqueueConversation(const Conversation &conversation,
-                                      std::optional<qint64> baseVersion, LocalLibrary &library) {
+                                      std::optional<qint64> given, LocalLibrary &library) {
     auto &state = stateOf(library);
     auto change = changeOf(conversation, state);
-    if (baseVersion)
-        change.baseVersion = *baseVersion;
+    change.baseVersion = given ? *given : baseVersion(conversation.id, library).value_or(0);
     enqueue(change, state);
 }
 
 void LibrarySync::deleteConversation(const Conversation &conversation, LocalLibrary &library) {
     auto &state = stateOf(library);
     auto change = changeOf(conversationKind, conversation.id.text, state);
+    change.baseVersion = baseVersion(conversation.id, library).value_or(0);
     change.deleted = true;
     enqueue(change, state);
 }

@@ -17,12 +17,22 @@ void prepare(LocalLibrary &library);
 
 void enqueueCard(const CaseCard &card, CardEdit edit, LocalLibrary &library);
 
-/// Without a base version, the edit was made against the newest version that is known.
-void enqueueConversation(const Conversation &conversation, std::optional<qint64> baseVersion,
+/// The service's version that this machine's state of a conversation builds on; absent for one that
+/// the service has not told of. While an edit is queued that is the edit's own base: what another
+/// device has done since is not in it, whatever newer version is known.
+std::optional<qint64> baseVersion(const Identifier &conversation, const LocalLibrary &library);
+
+/// Without a base version, the edit was made of this machine's state.
+void enqueueConversation(const Conversation &conversation, std::optional<qint64> given,
                          LocalLibrary &library);
 
 /// Queues the removal; the list of conversations is left alone.
 void deleteConversation(const Conversation &conversation, LocalLibrary &library);
+
+/// Lets the records of the reply that say the same as the library share its data, so that a merged
+/// library costs no second copy of what has not changed, and comparing it with what was before costs
+/// next to nothing.
+void shareUnchanged(const LocalLibrary &library, LibraryReply &reply);
 
 /// Rebuilds the library from the service's reply, with what is still queued laid over it: nothing
 /// else that this machine holds survives, except the pin of a conversation. `sent` is the batch

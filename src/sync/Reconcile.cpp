@@ -11,15 +11,6 @@ namespace {
 const QString savedKind = QStringLiteral("saved");
 const QString conversationKind = QStringLiteral("conversation");
 
-/// Where the last record of each identity stands: the one that counts.
-QHash<QString, qsizetype> lastPlaces(const QList<LibraryRecord> &records) {
-    QHash<QString, qsizetype> places;
-    places.reserve(records.size());
-    for (qsizetype at = 0; at < records.size(); ++at)
-        places.insert(records[at].identity(), at);
-    return places;
-}
-
 /// Carries edits of an item whose earlier state the service has just taken onto what it made of
 /// that state: the version, and the copy under another key if the item was in conflict.
 void rebase(QList<LibraryChange> &pending, const LibraryReply &reply,
@@ -51,21 +42,50 @@ void rebase(QList<LibraryChange> &pending, const LibraryReply &reply,
     }
 }
 
+/// The records that count: of an item that is told twice the last one does.
+QList<const LibraryRecord *> countingRecords(const LibraryReply &reply,
+                                             QHash<QString, qint64> &versions) {
+    QList<const LibraryRecord *> counting;
+    counting.reserve(reply.records.size());
+    versions.reserve(reply.records.size());
+    QSet<QString> repeated;
+    for (const auto &record : reply.records) {
+        const auto identity = record.identity();
+        const auto before = versions.size();
+        versions.insert(identity, record.version);
+        if (versions.size() == before)
+            repeated.insert(identity);
+        counting.append(&record);
+    }
+    if (repeated.isEmpty())
+        return counting;
+    QHash<QString, const LibraryRecord *> last;
+    for (const auto *record : std::as_const(counting))
+        last.insert(record->identity(), record);
+    counting.removeIf(
+        [&](const LibraryRecord *record) { return last.value(record->identity()) != record; });
+    return counting;
+}
+
+/// The items of the library to be. They lie in the reply and in the queue.
 struct Items {
-    QHash<QString, CaseCard> cards;
-    QHash<Identifier, Conversation> conversations;
+    QHash<QString, const CaseCard *> cards;
+    QHash<Identifier, const Conversation *> conversations;
+    /// The wall items of conversations that the service tells without one.
+    QHash<Identifier, QString> pins;
 };
 
-Items liveItems(const QList<LibraryRecord> &records, const QHash<QString, qsizetype> &places) {
+Items liveItems(const QList<const LibraryRecord *> &records) {
     Items items;
-    for (qsizetype at = 0; at < records.size(); ++at) {
-        const auto &record = records[at];
-        if (record.deleted || places.value(record.identity()) != at)
+    items.cards.reserve(records.size());
+    items.conversations.reserve(records.size());
+    for (const auto *record : records) {
+        if (record->deleted)
             continue;
-        if (record.card)
-            items.cards.insert(record.card->key, *record.card);
-        if (record.conversation)
-            items.conversations.insert(record.conversation->id, *record.conversation);
+        if (record->card)
+            items.cards.insert(record->card->key, &*record->card);
+        if (record->conversation)
+            items.conversations.insert(record->conversation->id, &*record->conversation);
     }
     return items;
 }
@@ -73,9 +93,11 @@ Items liveItems(const QList<LibraryRecord> &records, const QHash<QString, qsizet
 /// The service may not keep which wall item a conversation is pinned as.
 void keepPins(const QList<Conversation> &local, Items &items) {
     for (const auto &conversation : local) {
-        const auto found = items.conversations.find(conversation.id);
-        if (found != items.conversations.end() && !found->wallID)
-            found->wallID = conversation.wallID;
+        if (!conversation.wallID)
+            continue;
+        const auto *told = items.conversations.value(conversation.id);
+        if (told && !told->wallID)
+            items.pins.insert(conversation.id, *conversation.wallID);
     }
 }
 
@@ -86,40 +108,93 @@ void overlay(const QList<LibraryChange> &pending, Items &items) {
             if (change.deleted)
                 items.cards.remove(change.key);
             else if (change.card)
-                items.cards.insert(change.card->key, *change.card);
+                items.cards.insert(change.card->key, &*change.card);
             continue;
         }
         const auto id = Identifier::parse(change.key);
-        if (change.deleted && id)
+        if (change.deleted && id) {
             items.conversations.remove(*id);
-        else if (change.conversation)
-            items.conversations.insert(change.conversation->id, *change.conversation);
+        } else if (change.conversation) {
+            items.conversations.insert(change.conversation->id, &*change.conversation);
+            items.pins.remove(change.conversation->id);
+        }
     }
 }
 
 // Equal titles and dates are ordered by identity, so that two devices show the same list.
 
-QList<CaseCard> byTitle(const QHash<QString, CaseCard> &cards) {
+/// Comparing titles by the rules of a language is slow, so what stood in the right order before
+/// keeps it, and only the rest is sorted and merged in.
+QList<CaseCard> byTitle(QHash<QString, const CaseCard *> cards, const QList<CaseCard> &before) {
     QCollator collator;
     collator.setCaseSensitivity(Qt::CaseInsensitive);
-    auto list = cards.values();
-    std::sort(list.begin(), list.end(), [&](const CaseCard &one, const CaseCard &other) {
-        const auto order = collator.compare(one.title, other.title);
-        return order != 0 ? order < 0 : one.key < other.key;
-    });
+    const auto precedes = [&](const CaseCard *one, const CaseCard *other) {
+        const auto order = collator.compare(one->title, other->title);
+        return order != 0 ? order < 0 : one->key < other->key;
+    };
+
+    QList<const CaseCard *> ordered;
+    QList<const CaseCard *> rest;
+    for (const auto &card : before) {
+        const auto *now = cards.take(card.key);
+        if (!now)
+            continue;
+        const bool inOrder = ordered.isEmpty() || precedes(ordered.last(), now);
+        (inOrder ? ordered : rest).append(now);
+    }
+    rest.append(cards.values());
+    std::sort(rest.begin(), rest.end(), precedes);
+
+    QList<const CaseCard *> merged;
+    merged.reserve(ordered.size() + rest.size());
+    std::merge(ordered.begin(), ordered.end(), rest.begin(), rest.end(),
+               std::back_inserter(merged), precedes);
+    QList<CaseCard> list;
+    list.reserve(merged.size());
+    for (const auto *card : std::as_const(merged))
+        list.append(*card);
     return list;
 }
 
-QList<Conversation> newestFirst(const QHash<Identifier, Conversation> &conversations) {
-    auto list = conversations.values();
-    std::sort(list.begin(), list.end(), [](const Conversation &one, const Conversation &other) {
-        return one.updatedAt != other.updatedAt ? other.updatedAt < one.updatedAt
-                                                : one.id.text < other.id.text;
+QList<Conversation> newestFirst(const Items &items) {
+    auto ordered = items.conversations.values();
+    std::sort(ordered.begin(), ordered.end(), [](const auto *one, const auto *other) {
+        return one->updatedAt != other->updatedAt ? other->updatedAt < one->updatedAt
+                                                  : one->id.text < other->id.text;
     });
+    QList<Conversation> list;
+    list.reserve(ordered.size());
+    for (const auto *conversation : std::as_const(ordered)) {
+        list.append(*conversation);
+        const auto pin = items.pins.constFind(conversation->id);
+        if (pin != items.pins.cend())
+            list.last().wallID = *pin;
+    }
     return list;
 }
 
 } // namespace
+
+void LibrarySync::shareUnchanged(const LocalLibrary &library, LibraryReply &reply) {
+    QHash<QString, const CaseCard *> cards;
+    cards.reserve(library.saved.size());
+    for (const auto &card : library.saved)
+        cards.insert(card.key, &card);
+    QHash<Identifier, const Conversation *> conversations;
+    conversations.reserve(library.conversations.size());
+    for (const auto &conversation : library.conversations)
+        conversations.insert(conversation.id, &conversation);
+
+    for (auto &record : reply.records) {
+        const auto *card = record.card ? cards.value(record.card->key) : nullptr;
+        if (card && *record.card == *card)
+            record.card = *card;
+        const auto *conversation =
+            record.conversation ? conversations.value(record.conversation->id) : nullptr;
+        if (conversation && *record.conversation == *conversation)
+            record.conversation = *conversation;
+    }
+}
 
 void LibrarySync::reconcile(const LibraryReply &reply, const QList<LibraryChange> &sent,
                             LocalLibrary &library) {
@@ -132,18 +207,14 @@ void LibrarySync::reconcile(const LibraryReply &reply, const QList<LibraryChange
     pending.removeIf(
         [&](const LibraryChange &change) { return accepted.contains(change.opId.text); });
 
-    const auto places = lastPlaces(reply.records);
     QHash<QString, qint64> versions;
-    versions.reserve(places.size());
-    for (auto place = places.cbegin(); place != places.cend(); ++place)
-        versions.insert(place.key(), reply.records[place.value()].version);
-
+    const auto records = countingRecords(reply, versions);
     rebase(pending, reply, sent, accepted, versions);
-    auto items = liveItems(reply.records, places);
+    auto items = liveItems(records);
     keepPins(library.conversations, items);
-    overlay(pending, items);
+    overlay(std::as_const(pending), items);
 
-    library.saved = byTitle(items.cards);
-    library.conversations = newestFirst(items.conversations);
+    library.saved = byTitle(std::move(items.cards), library.saved);
+    library.conversations = newestFirst(items);
     library.sync = LibrarySyncState{std::move(versions), std::move(pending)};
 }

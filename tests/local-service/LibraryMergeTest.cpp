@@ -10,9 +10,9 @@ using LibraryMerge::Change;
 using LibraryMerge::StoredItem;
 
 TEST(LibraryMerge, DecidesEveryCase) {
-    // What device A wrote as version 5, building on version 3.
-    const StoredItem live{5, 3, "A", false, "stored"};
-    const StoredItem removed{5, 3, "A", true, {}};
+    // What device A made of version 3, up to version 5.
+    const StoredItem live{5, 3, "A", false, "stored", 100};
+    const StoredItem removed{5, 3, "A", true, {}, 0};
     struct Row {
         const char *name;
         std::optional<StoredItem> stored;
@@ -29,9 +29,12 @@ TEST(LibraryMerge, DecidesEveryCase) {
         {"an edit on an old base", live, {Conversation, 3, "B", false, "new"}, KeepBoth},
         {"an edit without a base", live, {Conversation, 0, "A", false, "new"}, KeepBoth},
         {"an edit on an unknown base", live, {Conversation, 9, "B", false, "new"}, KeepBoth},
-        {"the same edit on an old base", live, {Conversation, 3, "B", false, "stored"}, Keep},
-        {"the same edit", live, {Conversation, 5, "B", false, "stored"}, Keep},
-        {"a further edit after a lost reply", live, {Conversation, 3, "A", false, "new"}, Write},
+        {"the same edit on an old base", live, {Conversation, 3, "B", false, "stored", 100}, Keep},
+        {"the same edit", live, {Conversation, 5, "B", false, "stored", 100}, Keep},
+        {"the same words, saved since", live, {Conversation, 3, "B", false, "stored", 101}, Write},
+        {"a further edit after lost replies", live, {Conversation, 3, "A", false, "new", 100}, Write},
+        {"a further edit after one reply", live, {Conversation, 4, "A", false, "new", 101}, Write},
+        {"an edit that was overtaken", live, {Conversation, 3, "A", false, "new", 99}, KeepBoth},
 
         {"a removal", live, {Conversation, 5, "B", true, {}}, Write},
         {"a removal on an old base", live, {Conversation, 3, "B", true, {}}, Keep},
@@ -50,6 +53,12 @@ TEST(LibraryMerge, DecidesEveryCase) {
     };
     for (const Row &row : rows)
         EXPECT_EQ(LibraryMerge::decide(row.stored, row.change), row.expected) << row.name;
+
+    // Everything since then is the writer's own.
+    EXPECT_EQ(LibraryMerge::baseAfter(live, {Conversation, 4, "A", false, "new", 101}), 3);
+    EXPECT_EQ(LibraryMerge::baseAfter(live, {Conversation, 5, "B", false, "new", 101}), 5);
+    EXPECT_EQ(LibraryMerge::baseAfter(removed, {Conversation, 5, "A", false, "new", 101}), 5);
+    EXPECT_EQ(LibraryMerge::baseAfter({}, {Conversation, 0, "A", false, "new", 101}), 0);
 }
 
 } // namespace

@@ -2,9 +2,17 @@
 
 #include <gtest/gtest.h>
 
-RunningService::RunningService(QList<QByteArray> dataSet, Pause pause)
-    : service({home(), 0, std::move(dataSet), [this] { return now.load(); }, std::move(pause)}) {
+RunningService::RunningService(QList<QByteArray> dataSet, Pause pause,
+                               std::optional<ModelSettings> model)
+    : service({home(), 0, std::move(dataSet), [this] { return now.load(); }, std::move(pause),
+               std::move(model)}) {
     service.start();
+}
+
+httplib::Client RunningService::client() const {
+    httplib::Client client("127.0.0.1", service.port());
+    client.set_read_timeout(std::chrono::minutes(1));
+    return client;
 }
 
 httplib::Response RunningService::get(const std::string &address) {

@@ -20,7 +20,8 @@ public:
 
     /// Answers come without a pause unless one is given.
     explicit RunningService(
-        QList<QByteArray> dataSet = sampleCases(), Pause pause = [](std::chrono::milliseconds) {});
+        QList<QByteArray> dataSet = sampleCases(), Pause pause = [](std::chrono::milliseconds) {},
+        std::optional<ModelSettings> model = std::nullopt);
 
     /// The reply to a GET; status 0 when there was none.
     httplib::Response get(const std::string &address);
@@ -55,7 +56,8 @@ public:
     /// The directory of the database. A test may open it beside the service.
     QString home() const { return m_home.filePath(QStringLiteral("service")); }
 
-    httplib::Client client() const { return httplib::Client("127.0.0.1", service.port()); }
+    /// Waits long for its replies: a password's hash takes seconds on a busy machine.
+    httplib::Client client() const;
 
 private:
     static QByteArray success(const std::string &address, const httplib::Response &response);

@@ -159,6 +159,39 @@ TEST_F(CaseReaderWindowTest, OneSelectionRunsOverSeveralTexts) {
     EXPECT_TRUE(all.contains(entry.sections[1].title + u"\n\n"_s + entry.sections[1].body));
 }
 
+TEST_F(CaseReaderWindowTest, AnotherTextSizeReachesWhatIsInSightFirstAndKeepsThePlace) {
+    auto entry = longCase();
+    for (int more = 0; more < 3; ++more)
+        entry.sections += entry.sections;
+    open(entry);
+    scroll()->setProperty("contentY", std::round(lowest() / 2));
+    const auto isInSight = [&](QQuickItem *text) {
+        const auto y = text->mapToItem(scroll(), QPointF()).y();
+        return y < scroll()->height() && y + text->height() > 0;
+    };
+    QList<QQuickItem *> texts;
+    QQuickItem *first = nullptr;
+    for (auto *text : ofType("SelectableText")) {
+        if (!text->property("size").isValid())
+            continue;
+        texts.append(text);
+        if (!first && isInSight(text))
+            first = text;
+    }
+    ASSERT_GT(texts.size(), 10);
+    ASSERT_NE(first, nullptr);
+    const auto share = [&] { return -first->mapToItem(scroll(), QPointF()).y() / first->height(); };
+    const auto before = share();
+
+    m_store.setReadingSize(22);
+    const auto has = [](QQuickItem *text) { return text->property("size").toInt() == 22; };
+    for (auto *text : texts)
+        EXPECT_TRUE(has(text) || !isInSight(text));
+    EXPECT_FALSE(has(texts.first()));
+    EXPECT_TRUE(eventually([&] { return std::all_of(texts.begin(), texts.end(), has); }));
+    EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; })) << share();
+}
+
 TEST_F(CaseReaderWindowTest, AMessageStandsAboveTheSheetAndLeavesItOpen) {
     open(longCase());
     EXPECT_TRUE(m_window.press(english("saveToWall")));

@@ -19,6 +19,12 @@ void collect(QQuickItem *item, QList<QQuickItem *> &items) {
         collect(child, items);
 }
 
+/// Also one that stays down.
+bool isButton(QAccessible::Role role) {
+    return role == QAccessible::Button || role == QAccessible::CheckBox ||
+           role == QAccessible::RadioButton;
+}
+
 QString accessibleName(QQuickItem *item) {
     auto *interface = QAccessible::queryAccessibleInterface(item);
     return interface ? interface->text(QAccessible::Name) : QString();
@@ -71,8 +77,7 @@ QList<QQuickItem *> OpenWindow::buttons(const QString &name) const {
     auto items = visibleItems();
     items.removeIf([&](QQuickItem *item) {
         auto *interface = QAccessible::queryAccessibleInterface(item);
-        return !interface || interface->role() != QAccessible::Button ||
-               accessibleName(item) != name;
+        return !interface || !isButton(interface->role()) || accessibleName(item) != name;
     });
     return items;
 }

@@ -130,7 +130,8 @@ protected:
         ASSERT_EQ(await(instance->claim()), RunningInstance::Standing::first);
     }
     void TearDown() override {
-        await(store->logout());
+        if (store)
+            await(store->logout());
         settleEventLoop();
         for (const auto *connection : {"desktop", "program"})
             QDBusConnection::disconnectFromBus(QLatin1String(connection));

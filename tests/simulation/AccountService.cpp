@@ -12,6 +12,21 @@ HttpResponse refused() {
     return {401, R"({"error":"signin_required"})"};
 }
 
+/// An exchange in a line: what was changed on which base, and what became of it.
+QString textOf(const LibraryUpload &upload, const LibraryReply &reply) {
+    QString text = QStringLiteral("exchange:");
+    for (const auto &change : upload.changes) {
+        text += change.deleted ? QStringLiteral(" -") : QStringLiteral(" ");
+        text += change.conversation ? change.key.left(4) + u' ' + change.conversation->title
+                                    : change.key.left(10);
+        text += QStringLiteral(" on %1,").arg(change.baseVersion);
+    }
+    for (const auto &conflict : reply.conflicts.value_or(QList<LibraryConflict>()))
+        text += QStringLiteral(" %1 kept as %2,")
+                    .arg(conflict.originalKey.left(4), conflict.preservedKey.left(4));
+    return text + QStringLiteral(" now %1").arg(reply.revision);
+}
+
 QByteArray tokenOf(const HttpRequest &request) {
     for (const auto &[name, value] : request.headers) {
         if (name == "Authorization")
@@ -30,10 +45,12 @@ QByteArray answerText() {
 
 } // namespace
 
-AccountService::AccountService(Database &database, QString handle)
+AccountService::AccountService(Database &database, const QString &handle,
+                               std::function<void(const QString &)> note)
     : m_database(database),
       m_accounts(database),
-      m_credentials(m_accounts.add(handle, "hash").value()) {
+      m_credentials(m_accounts.add(handle, "hash").value()),
+      m_note(std::move(note)) {
     const auto token = "app_" + Secrets::make().toUtf8();
     m_accounts.openSession(m_credentials, Secrets::digest(token));
     m_observer = m_accounts.session(token).value();
@@ -80,6 +97,7 @@ HttpResponse AccountService::exchange(const Session &session, const LibraryUploa
                                       const std::optional<LibrarySyncState> &known) {
     const auto reply = LibraryStore::exchange(m_database, session, upload.changes);
     m_audit.exchanged(session.tokenDigest, upload, reply, known);
+    m_note(textOf(upload, reply));
     return {200, Json::encode(reply)};
 }
 

@@ -6,11 +6,14 @@
 #include "records/Library.h"
 #include "tests/simulation/Audit.h"
 
+#include <functional>
+
 /// The bundled service's own accounts and libraries, without HTTP between. Knows one account.
 class AccountService final {
 public:
-    /// `directory` holds the database; each object has an account of its own in it.
-    AccountService(Database &database, QString handle);
+    /// Each object has an account of its own in the database. `note` is told of each exchange.
+    AccountService(Database &database, const QString &handle,
+                   std::function<void(const QString &)> note);
 
     /// `known` is what the asking device knows of the service at this moment.
     HttpResponse answer(const HttpRequest &request, const std::optional<LibrarySyncState> &known);
@@ -34,4 +37,5 @@ private:
     /// A session of the service's own, for looking.
     Session m_observer;
     Audit m_audit;
+    std::function<void(const QString &)> m_note;
 };

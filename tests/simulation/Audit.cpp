@@ -1,10 +1,17 @@
 #include "tests/simulation/Audit.h"
 
+namespace {
+
+constexpr qsizetype largestBatch = 50;
+
+} // namespace
+
 void Audit::queued(const LibrarySyncState &state) {
     for (const auto &change : state.pending) {
         if (!m_makings.contains(change.opId.text))
             m_makings.insert(change.opId.text,
-                             {static_cast<int>(m_makings.size()) + 1, state.versions});
+                             {static_cast<int>(m_makings.size()) + 1,
+                              state.pending.size() > largestBatch, state.versions});
     }
 }
 
@@ -19,11 +26,15 @@ void Audit::exchanged(const QByteArray &session, const LibraryUpload &upload,
     for (const auto &conflict : reply.conflicts.value_or(QList<LibraryConflict>()))
         copies.insert(conflict.originalKey, conflict.preservedKey);
     for (const auto &change : upload.changes) {
-        if (m_seen.contains(change.opId.text))
-            continue;
-        m_seen.insert(change.opId.text);
         auto identity = change.identity();
         const auto copy = copies.value(change.key);
+        const auto before = m_outcomes.constFind(change.opId.text);
+        if (before != m_outcomes.cend()) {
+            if (*before != copy)
+                violate(identity + QLatin1String(" came again, with another outcome"));
+            continue;
+        }
+        m_outcomes.insert(change.opId.text, copy);
         if (!copy.isEmpty()) {
             judgeCopy(session, change, copy, known);
             m_copies.insert(copy);
@@ -57,11 +68,12 @@ void Audit::judgeCopy(const QByteArray &session, const LibraryChange &change, co
     if (writer.session == session && writer.order < made.order)
         violate(identity + QLatin1String(" in conflict with what its own session wrote"));
 
-    // An edit from before the device heard of a copy must have followed it there.
+    // An edit from before the device heard of a copy must have followed it there, unless it waited
+    // for its turn while an earlier one was out.
     const auto version = QString::number(m_records.value(identity).version);
     auto &[firstCopy, firstOrder] = m_met[QString::fromLatin1(session) + identity + version];
     const auto firstIdentity = QLatin1String("conversation|") + firstCopy;
-    if (!firstCopy.isEmpty() && firstOrder < made.order && known &&
+    if (!firstCopy.isEmpty() && firstOrder < made.order && !made.waits && known &&
         known->versions.contains(firstIdentity) && !made.versions.contains(firstIdentity))
         violate(identity + QLatin1String(" in conflict again with the same version"));
     firstCopy = copy;

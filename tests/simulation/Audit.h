@@ -25,6 +25,8 @@ private:
     /// When a change was made, counted over all devices, and what its device knew then.
     struct Making {
         int order = 0;
+        /// The queue was longer than a request.
+        bool waits = false;
         QHash<QString, qint64> versions;
     };
     struct Writer {
@@ -41,7 +43,8 @@ private:
     QHash<QString, Making> m_makings;
     /// Who wrote the version that an item has.
     QHash<QString, Writer> m_writers;
-    QSet<QString> m_seen;
+    /// The copy that a change led to, if any.
+    QHash<QString, QString> m_outcomes;
     QSet<QString> m_copies;
     /// The copy that a session got when it met a version of an item, and for which change.
     QHash<QString, std::pair<QString, int>> m_met;

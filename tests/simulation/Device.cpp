@@ -9,6 +9,7 @@
 #include "tests/support/RecordingBrowserSession.h"
 
 #include <QAbstractEventDispatcher>
+#include <QSemaphore>
 #include <QThreadPool>
 
 namespace {
@@ -67,7 +68,25 @@ struct Device::Run {
     AppStore store;
 };
 
+namespace {
+
+QSemaphore heldWorkers;
+int workersHeld = 0;
+
+} // namespace
+
+void settleWithoutWorkers() {
+    if (workersHeld == 0) {
+        ++workersHeld;
+        QThreadPool::globalInstance()->start([] { heldWorkers.acquire(); });
+    }
+    auto *dispatcher = QAbstractEventDispatcher::instance();
+    while (dispatcher->processEvents(QEventLoop::AllEvents)) {
+    }
+}
+
 void settleAll() {
+    heldWorkers.release(std::exchange(workersHeld, 0));
     auto *dispatcher = QAbstractEventDispatcher::instance();
     do {
         QThreadPool::globalInstance()->waitForDone();

@@ -43,3 +43,6 @@ private:
 
 /// Turns the event loop until nothing more is due, on no thread.
 void settleAll();
+
+/// The same without the worker thread, which is held up until the next settleAll().
+void settleWithoutWorkers();

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr int steps = 150;
-constexpr qsizetype longestTrace = 80;
+constexpr qsizetype longestTrace = 300;
 const QString away = QStringLiteral("https://away.example");
 
 Task<void> signIn(AppStore *store) {
@@ -36,7 +36,8 @@ bool isAtHome(const AppStore &store) {
 
 Simulation::Simulation(unsigned seed, Database &database)
     : m_random(seed),
-      m_service(database, QStringLiteral("Ann %1").arg(seed)),
+      m_service(database, QStringLiteral("Ann %1").arg(seed),
+                [this](const QString &event) { note(event); }),
       m_network([this](const HttpRequest &request, int device) {
           // Elsewhere nobody has an account.
           if (request.url.host() == QLatin1String("away.example") &&
@@ -65,7 +66,12 @@ void Simulation::note(const QString &event) {
 QString Simulation::run() {
     for (int count = 0; count < steps; ++count) {
         step();
-        settleAll();
+        record();
+        // Now and then the next step comes before the workers are through.
+        if (m_random.chance(15))
+            settleWithoutWorkers();
+        else
+            settleAll();
         record();
     }
     settleDown();
@@ -114,9 +120,9 @@ void Simulation::edit(int number) {
         const auto toggled = card(m_random.below(12));
         say(QStringLiteral("toggles ") + toggled.key);
         toggle(number, toggled);
-    } else if (choice < 86) {
+    } else if (choice < 86 && m_random.chance(30)) {
         say(QStringLiteral("saves more cases than fit into a request"));
-        for (int count = 0; count < 60; ++count)
+        for (int count = 0; count < 55; ++count)
             toggle(number, card(m_nextCard++));
     } else if (choice < 91) {
         say(QStringLiteral("crashes"));

@@ -32,6 +32,7 @@ bool runSeed(unsigned seed, Database &database, Totals &totals) {
     std::printf("seed %u: %s\n", seed, qPrintable(violation));
     for (const auto &event : simulation.trace())
         std::printf("    %s\n", qPrintable(event));
+    std::fflush(stdout);
     return false;
 }
 
@@ -59,6 +60,7 @@ int main(int count, char **arguments) {
             if (!runSeed(first + done, database, totals))
                 ++failed;
         }
+        std::fprintf(stderr, "%u seeds done\n", done);
     }
     std::printf("%d texts saved, %d still owed; %d conversations kept twice\n", totals.texts,
                 totals.owed, totals.copies);

@@ -89,7 +89,7 @@ TEST_F(SecretService, aLockedKeyringNeitherAsksNorCountsAsEmpty) {
 }
 
 TEST_F(SecretService, aKeyringThatHangsIsGivenUpAndWorksAgainLater) {
-    const auto store = prepared({5s, 200ms});
+    const auto store = prepared({20s, 2s});
     const auto known = account + u'/';
     ASSERT_EQ(store->add(service, known, "known"), Outcome::done);
     keyring.setFrozen(true);
@@ -101,7 +101,7 @@ TEST_F(SecretService, aKeyringThatHangsIsGivenUpAndWorksAgainLater) {
         EXPECT_EQ(store->find(service, account), std::nullopt);
         EXPECT_EQ(store->add(service, account, "secret"), Outcome::failed);
     }
-    EXPECT_LT(time.elapsed(), 4000);
+    EXPECT_LT(time.elapsed(), 20'000);
     EXPECT_EQ(store->find(service, known), "known");
 
     // The window stays alive while it is waited for.

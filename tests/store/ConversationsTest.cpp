@@ -1,6 +1,10 @@
 #include "store/FirstCharacters.h"
 #include "tests/store/ChatTest.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,6 +19,7 @@ protected:
     }
 
     const Conversation &kept(qsizetype place) { return store().library().conversations[place]; }
+    QJsonObject sent() const { return QJsonDocument::fromJson(lastBody()).object(); }
 };
 
 } // namespace
@@ -151,4 +156,57 @@ TEST_F(Conversations, aFailedSaveIsToldAndLosesNothing) {
     EXPECT_TRUE(store().noticeText().startsWith(u"Could not save changes on this Mac. "_s));
     EXPECT_EQ(store().chatError(), std::nullopt);
     EXPECT_EQ(kept(0), store().chat());
+}
+
+TEST_F(Conversations, oneFromTheWallIsAskedOnAndStaysOnTheWall) {
+    SavedChat saved;
+    saved.id = u"mine"_s;
+    saved.lit = {u"foible"_s};
+    saved.question = u"Why do bridges fall?"_s;
+    SavedCase cited;
+    cited.archive = u"foible"_s;
+    cited.id = u"7"_s;
+    cited.key = u"secret"_s;
+    saved.cases = {cited};
+    saved.turns = {{u"assistant"_s, u"They resonate."_s}};
+    saved.savedAt = 5;
+    WallItem item;
+    item.id = *saved.id;
+    item.kind = u"chat"_s;
+    item.createdAt = 5;
+    item.body = QString::fromUtf8(Json::encode(saved));
+    const auto wall = Json::encode(Items<WallItem>{{item}});
+    system.transport.always(wallPath, HttpResponse{200, wall});
+    store().beginRefreshWall();
+    ASSERT_TRUE(eventually([&] { return store().wallCount() == 1; }));
+
+    store().resumeWallChat(saved);
+    const auto body = ask(u"And the Tay?"_s);
+    EXPECT_EQ(sent()[u"archives"].toArray(), QJsonArray{u"foible"_s});
+    EXPECT_EQ(sent()[u"messages"].toArray().size(), 3) << "question, cases, answer";
+    EXPECT_EQ(sent()[u"cases"].toArray(),
+              (QJsonArray{QJsonObject{
+                  {u"archive"_s, u"foible"_s}, {u"id"_s, u"7"_s}, {u"accessKey"_s, u"secret"_s}}}));
+    body->send(delta("It was weak.") + done());
+    body->end();
+    ASSERT_TRUE(eventually([&] { return !store().isChatting(); }));
+
+    // To the service it is a conversation that it does not know, of an item that the wall has.
+    ASSERT_EQ(pending().size(), 1);
+    EXPECT_EQ(pending()[0].baseVersion, 0);
+    EXPECT_EQ(pending()[0].conversation->wallID, u"mine"_s);
+    EXPECT_EQ(kept(0).title, saved.question);
+    EXPECT_EQ(store().wall(), QList<WallItem>{item});
+
+    store().beginPinChat();
+    ASSERT_TRUE(eventually([&] { return system.transport.waiting(u"/v1/wall/chat"_s) == 1; }));
+    const auto thread = sent()[u"thread"].toObject();
+    EXPECT_EQ(sent()[u"id"].toString(), u"mine"_s);
+    EXPECT_EQ(thread[u"turns"].toArray().size(), 3) << "a message without words is no turn";
+    EXPECT_EQ(thread[u"savedAt"].toInt(), 5);
+    system.transport.answer(u"/v1/wall/chat"_s, 200,
+                            R"({"ok":true,"item":)" + Json::encode(item) + "}");
+    ASSERT_TRUE(eventually([&] { return !store().isPinning(); }));
+    EXPECT_EQ(store().chat().wallID, u"mine"_s);
+    EXPECT_EQ(store().wallCount(), 1);
 }

@@ -3,6 +3,9 @@
 #include "tests/storage/SampleLibrary.h"
 #include "tests/store/StoreTest.h"
 
+#include <QSemaphore>
+#include <QThreadPool>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using LibrarySync::CardEdit;
@@ -126,6 +129,25 @@ TEST_F(SyncDriver, anEditDuringARunGoesWithTheNext) {
     waitForRequest();
     EXPECT_EQ(upload().changes, pending());
     answerAndFinish(accepting());
+}
+
+TEST_F(SyncDriver, anEditWhileTheReplyIsBeingMergedStays) {
+    edit(1);
+    beginRun();
+    const auto reply = accepting();
+    QSemaphore gate;
+    auto &workers = *QThreadPool::globalInstance();
+    for (int worker = 0; worker < workers.maxThreadCount(); ++worker)
+        workers.start([&] { gate.acquire(); });
+    answer(reply);
+    EXPECT_TRUE(store.isSyncing());
+    edit(2);
+    gate.release(workers.maxThreadCount());
+    ASSERT_TRUE(eventually([&] { return !store.isSyncing(); }));
+    ASSERT_EQ(pending().size(), 1);
+    EXPECT_EQ(pending().first().key, SampleLibrary::card(2).key);
+    EXPECT_EQ(store.library().saved.size(), 2);
+    EXPECT_EQ(onDisk(store.libraryKey()), store.library());
 }
 
 TEST_F(SyncDriver, aRequestCarriesFiftyChangesAndTheRestFollows) {

@@ -85,7 +85,7 @@ TEST(LibrarySync, aConversationsBaseIsTheGivenOneElseTheKnownOne) {
         LibrarySync::deleteConversation(conversation, library);
         ASSERT_EQ(library.sync->pending.size(), 1);
         const auto removal = library.sync->pending.first();
-        EXPECT_EQ(removal.baseVersion, row.known.value_or(0));
+        EXPECT_EQ(removal.baseVersion, row.base) << "that of the edit it replaces";
         EXPECT_EQ(removal.identity(), identity(conversation));
         EXPECT_TRUE(removal.deleted);
         EXPECT_FALSE(removal.card || removal.conversation);

@@ -1,0 +1,164 @@
+#include "copy/Copy.h"
+#include "platform/QtTransport.h"
+#include "tests/support/LocalServiceProcess.h"
+#include "tests/screens/OpenWindow.h"
+#include "tests/support/Await.h"
+#include "tests/support/TestPlatform.h"
+
+#include <QSet>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString english(const char *key) {
+    return Copy::text(QLatin1String(key), AppLanguage::en);
+}
+
+void collectStops(QQuickItem *item, QSet<QQuickItem *> &stops) {
+    if (!item->isVisible() || !item->isEnabled())
+        return;
+    if (item->activeFocusOnTab())
+        stops.insert(item);
+    for (auto *child : item->childItems())
+        collectStops(child, stops);
+}
+
+/// The program on the real service, used without a mouse.
+class KeyboardTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(m_service.start());
+        m_system.preferences.setValue(u"server"_s, m_service.base());
+        m_store = std::make_unique<AppStore>(m_system.platform());
+        m_window = std::make_unique<OpenWindow>(*m_store);
+        window()->requestActivate();
+        ASSERT_TRUE(eventually([&] { return window()->isActive(); }));
+        ASSERT_TRUE(eventually([&] { return ofType("ArchiveRow").size() == 5; }));
+        ASSERT_TRUE(eventually([&] { return ofType("PaperCaseCard").size() == 2; }));
+    }
+
+    QQuickWindow *window() const { return m_window->window(); }
+    QList<QQuickItem *> ofType(const char *type) const {
+        return m_window->ofType(QLatin1String(type));
+    }
+    QQuickItem *focus() const { return window()->activeFocusItem(); }
+
+    QString name() const {
+        auto *interface = QAccessible::queryAccessibleInterface(focus());
+        return interface ? interface->text(QAccessible::Name) : QString();
+    }
+
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(window(), key, modifiers);
+    }
+
+    /// What has the keyboard has a name and a role, is marked, and stands in sight.
+    void expectGoodStop() const {
+        auto *item = focus();
+        const auto words = name().toStdString();
+        auto *interface = QAccessible::queryAccessibleInterface(item);
+        ASSERT_NE(interface, nullptr);
+        EXPECT_NE(words, "") << item->metaObject()->className() << item->property("title").toString().toStdString();
+        EXPECT_NE(interface->role(), QAccessible::Client) << words;
+        if (const auto marked = item->property("visualFocus"); marked.isValid())
+            EXPECT_TRUE(marked.toBool()) << words;
+        const auto place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+        EXPECT_GE(place.bottom(), 20) << words;
+        EXPECT_LE(place.top(), window()->height() - 20) << words;
+    }
+
+    /// Goes once around by the tab key, back to where it began. What can hold the keyboard was met.
+    void walkAround() {
+        QSet<QQuickItem *> stops;
+        collectStops(window()->contentItem(), stops);
+        auto *first = focus();
+        QSet<QQuickItem *> met;
+        int steps = 0;
+        do {
+            key(Qt::Key_Tab);
+            settleEventLoop();
+            // A list gives the keyboard on to one of its rows.
+            for (auto *item = focus(); item; item = item->parentItem())
+                met.insert(item);
+            expectGoodStop();
+        } while (focus() != first && ++steps < 100 && !HasFatalFailure());
+        for (auto *stop : stops - met)
+            ADD_FAILURE() << "never reached: " << stop->metaObject()->className();
+    }
+
+    LocalServiceProcess m_service;
+    TestPlatform<QtTransport> m_system;
+    const Appearance m_appearance{m_system.preferences, m_system.appearance};
+    std::unique_ptr<AppStore> m_store;
+    std::unique_ptr<OpenWindow> m_window;
+};
+
+} // namespace
+
+TEST_F(KeyboardTest, TheTabKeyMeetsEverythingOnEveryScreen) {
+    ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto *screen : {"home", "all", "chat", "wall", "history", "account"}) {
+        SCOPED_TRACE(screen);
+        m_store->setDestination(QLatin1String(screen));
+        ASSERT_TRUE(eventually([&] { return ofType("Spinner").isEmpty(); }));
+        walkAround();
+    }
+}
+
+TEST_F(KeyboardTest, TheArrowKeysGoThroughTheSidebar) {
+    ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
+    QStringList names{name()};
+    for (int row = 0; row < 10; ++row) {
+        key(Qt::Key_Down);
+        names.append(name());
+    }
+    QStringList expected{english("tab.archives"), english("tab.ask"), english("tab.wall"),
+                         english("wallConversations")};
+    for (const auto &archive : m_store->archives())
+        expected.append(archive.title);
+    expected += {english("browseAllShort"), english("tab.account")};
+    EXPECT_EQ(names, expected);
+    key(Qt::Key_Down);
+    EXPECT_EQ(name(), expected.last()) << "nothing below";
+    key(Qt::Key_Up);
+    EXPECT_EQ(name(), english("browseAllShort"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(m_store->destination(), u"all"_s);
+}
+
+TEST_F(KeyboardTest, FromTheFirstScreenToTheLastSourceOfACase) {
+    m_store->setDestination(u"foible"_s);
+    ASSERT_TRUE(eventually([&] { return ofType("CaseRow").size() > 3; }));
+    key(Qt::Key_F, Qt::ControlModifier);
+    key(Qt::Key_Down);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    const auto title = name();
+    ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty(); }));
+
+    const auto role = [](QQuickItem *item) {
+        return QAccessible::queryAccessibleInterface(item)->role();
+    };
+    const auto texts = ofType("SelectableText");
+    EXPECT_EQ(texts.first()->property("text").toString(), title);
+    EXPECT_EQ(role(texts.first()), QAccessible::Heading);
+    const auto links = ofType("PlainLink");
+    ASSERT_FALSE(links.isEmpty());
+    for (auto *link : links)
+        EXPECT_EQ(role(link), QAccessible::Link);
+    EXPECT_EQ(role(links.last()->parentItem()), QAccessible::List);
+
+    while (focus() != links.last() && name() != english("askHead")) {
+        key(Qt::Key_Tab);
+        settleEventLoop();
+    }
+    ASSERT_EQ(focus(), links.last());
+    expectGoodStop();
+    key(Qt::Key_Return);
+    EXPECT_EQ(m_system.browser.opened().size(), 1);
+    walkAround();
+}
