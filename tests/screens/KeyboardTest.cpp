@@ -1,8 +1,8 @@
 #include "copy/Copy.h"
 #include "platform/QtTransport.h"
-#include "tests/support/LocalServiceProcess.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/support/Await.h"
+#include "tests/support/LocalServiceProcess.h"
 #include "tests/support/TestPlatform.h"
 
 #include <QSet>
@@ -62,7 +62,8 @@ protected:
         const auto words = name().toStdString();
         auto *interface = QAccessible::queryAccessibleInterface(item);
         ASSERT_NE(interface, nullptr);
-        EXPECT_NE(words, "") << item->metaObject()->className() << item->property("title").toString().toStdString();
+        EXPECT_NE(words, "") << item->metaObject()->className()
+                             << item->property("title").toString().toStdString();
         EXPECT_NE(interface->role(), QAccessible::Client) << words;
         if (const auto marked = item->property("visualFocus"); marked.isValid())
             EXPECT_TRUE(marked.toBool()) << words;

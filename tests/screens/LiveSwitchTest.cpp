@@ -2,10 +2,10 @@
 #include "presentation/Appearance.h"
 #include "presentation/Fonts.h"
 #include "presentation/Ink.h"
-#include "tests/support/LocalServiceProcess.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/store/StoreAccess.h"
 #include "tests/support/Await.h"
+#include "tests/support/LocalServiceProcess.h"
 #include "tests/support/TestPlatform.h"
 
 #include <gtest/gtest.h>
