@@ -189,7 +189,8 @@ TEST_F(CaseReaderWindowTest, AnotherTextSizeReachesWhatIsInSightFirstAndKeepsThe
         EXPECT_TRUE(has(text) || !isInSight(text));
     EXPECT_FALSE(has(texts.first()));
     EXPECT_TRUE(eventually([&] { return std::all_of(texts.begin(), texts.end(), has); }));
-    EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; })) << share();
+    EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; }))
+        << before << " became " << share();
 }
 
 TEST_F(CaseReaderWindowTest, AMessageStandsAboveTheSheetAndLeavesItOpen) {
