@@ -4,6 +4,7 @@ come back another time, sign out."""
 
 import html.parser
 import json
+import pathlib
 import signal
 import sys
 import time
@@ -17,7 +18,8 @@ PROGRAM, SERVICE = sys.argv[1:]
 HANDLE, PASSWORD = "Ada Byron", "a long engine 1843"
 QUESTION, NEXT_QUESTION = "Why do dams fail?", "What was known before?"
 NAME = "Dams and what was known"
-ARRIVED = "The answer is there."
+WORDS = json.loads((pathlib.Path(__file__).parents[2] / "resources/Localized/en.json").read_text())
+ARRIVED = WORDS["answerArrived"]
 
 
 class Form(html.parser.HTMLParser):
@@ -138,7 +140,7 @@ class Walk:
 
     def rename(self):
         self.reader.press("Conversations")
-        self.reader.press("Show more")
+        self.reader.press(WORDS["actions"])
         self.reader.press("Rename", "menu item")
         self.reader.wait_until_at("Rename")
         type_text(NAME)
