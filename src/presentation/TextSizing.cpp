@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -73,14 +74,14 @@ void TextSizing::rememberPlace() {
     m_place = {};
     if (m_texts.isEmpty() || viewValue("contentY") <= 0)
         return;
+    // The uppermost that reaches below the upper edge; the texts come in no order.
+    qreal highest = std::numeric_limits<qreal>::lowest();
     for (const auto &text : std::as_const(m_texts)) {
-        if (text->height() <= 0)
-            continue;
         const qreal above = -top(text, m_view);
-        if (above < text->height()) {
-            m_place = {text, above / text->height()};
-            return;
-        }
+        if (text->height() <= 0 || above >= text->height() || above <= highest)
+            continue;
+        highest = above;
+        m_place = {text, above / text->height()};
     }
 }
 

@@ -59,7 +59,11 @@ protected:
 
     QString name() const {
         auto *interface = told();
-        return interface ? interface->text(QAccessible::Name) : QString();
+        if (!interface)
+            return {};
+        // The toolkit gives away no name of a password field.
+        return interface->text(interface->state().passwordEdit ? QAccessible::Description
+                                                               : QAccessible::Name);
     }
 
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
