@@ -29,6 +29,20 @@ QByteArray wordsOf(Conversation conversation) {
     return Json::encode(conversation);
 }
 
+/// What became of a change.
+struct Outcome {
+    /// Under which the text of a conflict is preserved; empty without a conflict.
+    QString preservedKey;
+    /// Which the change's author knows by it; below 0 for a change of old, of which that was not
+    /// kept.
+    qint64 version = 0;
+};
+
+bool saysTheSame(const std::optional<LibraryMerge::StoredItem> &stored,
+                 const LibraryMerge::Change &claim) {
+    return stored && stored->deleted == claim.deleted;
+}
+
 /// An item as it stands in the table, before its text is decoded.
 struct Row {
     LibraryRecord record;
@@ -47,22 +61,23 @@ public:
 
     qint64 revision() const { return m_revision; }
 
-    /// Gives the key under which the text of a conflict is preserved; empty without a conflict.
-    QString take(const Incoming &incoming) {
-        auto known = m_access.prepare("SELECT preservedKey FROM library_changes"
+    /// A change that has come before has the outcome that it had.
+    Outcome take(const Incoming &incoming) {
+        auto known = m_access.prepare("SELECT preservedKey, version FROM library_changes"
                                       " WHERE account = ? AND opId = ?");
         known.bind(m_account).bind(incoming.change->opId.text);
         if (known.next())
-            return known.text(0);
-        const auto preservedKey = apply(incoming);
+            return {known.text(0), known.integer(1)};
+        const auto outcome = apply(incoming);
         m_access
-            .prepare("INSERT INTO library_changes (account, opId, preservedKey)"
-                     " VALUES (?, ?, ?)")
+            .prepare("INSERT INTO library_changes (account, opId, preservedKey, version)"
+                     " VALUES (?, ?, ?, ?)")
             .bind(m_account)
             .bind(incoming.change->opId.text)
-            .bind(preservedKey)
+            .bind(outcome.preservedKey)
+            .bind(outcome.version)
             .run();
-        return preservedKey;
+        return outcome;
     }
 
     QList<Row> rows() {
@@ -82,21 +97,21 @@ public:
     }
 
 private:
-    QString apply(const Incoming &incoming) {
+    Outcome apply(const Incoming &incoming) {
         using enum LibraryMerge::Decision;
         const auto &change = *incoming.change;
         const auto claim = claimOf(incoming);
         const auto stored = find(change);
         switch (LibraryMerge::decide(stored, claim)) {
         case Keep:
-            break;
+            return {{}, saysTheSame(stored, claim) ? stored->version : claim.baseVersion};
         case Write:
             write(change, change.key, LibraryMerge::baseAfter(stored, claim), incoming.content);
             break;
         case KeepBoth:
-            return preserve(change);
+            return {preserve(change), m_revision};
         }
-        return {};
+        return {{}, m_revision};
     }
 
     LibraryMerge::Change claimOf(const Incoming &incoming) const {
@@ -187,16 +202,19 @@ LibraryReply LibraryStore::exchange(Database &database, const Session &session,
     LibraryReply reply;
     QList<QString> accepted;
     QList<LibraryConflict> conflicts;
+    QList<AcceptedVersion> versions;
     QList<Row> rows;
     {
         Database::Access access(database);
         Database::Transaction transaction(access);
         Exchange exchange(access, session);
         for (const Incoming &item : incoming) {
-            const auto preservedKey = exchange.take(item);
+            const auto outcome = exchange.take(item);
             accepted.append(item.change->opId.text);
-            if (!preservedKey.isEmpty())
-                conflicts.append({item.change->key, preservedKey});
+            if (!outcome.preservedKey.isEmpty())
+                conflicts.append({item.change->key, outcome.preservedKey});
+            if (outcome.version >= 0)
+                versions.append({item.change->opId.text, outcome.version});
         }
         reply.revision = exchange.revision();
         rows = exchange.rows();
@@ -206,6 +224,7 @@ LibraryReply LibraryStore::exchange(Database &database, const Session &session,
     for (Row &row : rows)
         reply.records.append(decoded(std::move(row)));
     reply.accepted = std::move(accepted);
+    reply.acceptedVersions = std::move(versions);
     if (!conflicts.isEmpty())
         reply.conflicts = std::move(conflicts);
     return reply;

@@ -119,6 +119,10 @@ constexpr std::array steps = {
         CREATE UNIQUE INDEX wall_cases ON wall_items (account, archive, caseId)
             WHERE caseId <> '';
     )sql",
+    // The version that whoever made the change knows by it, -1 where that was not kept.
+    R"sql(
+        ALTER TABLE library_changes ADD COLUMN version INTEGER NOT NULL DEFAULT -1;
+    )sql",
 };
 
 qint64 storedVersion(Database::Access &access) {

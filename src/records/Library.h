@@ -46,12 +46,21 @@ struct LibraryConflict {
     QString preservedKey;
 };
 
+/// What the author of an accepted change knows by it: the version that the change has made, or,
+/// where there was nothing to write, the one that it was built on.
+struct AcceptedVersion {
+    QString opId;
+    qint64 version = 0;
+};
+
 /// The reply of a synchronisation: the account's whole library, tombstones included.
 struct LibraryReply {
     qint64 revision = 0;
     QList<LibraryRecord> records;
     std::optional<QList<QString>> accepted;
     std::optional<QList<LibraryConflict>> conflicts;
+    /// A service need not tell them.
+    std::optional<QList<AcceptedVersion>> acceptedVersions;
 };
 
 /// The book-keeping of synchronisation.
@@ -105,11 +114,19 @@ struct JsonFields<LibraryConflict> {
 };
 
 template <>
+struct JsonFields<AcceptedVersion> {
+    static constexpr auto table = std::make_tuple(jsonField("opId", &AcceptedVersion::opId),
+                                                  jsonField("version", &AcceptedVersion::version));
+};
+
+template <>
 struct JsonFields<LibraryReply> {
-    static constexpr auto table = std::make_tuple(jsonField("revision", &LibraryReply::revision),
-                                                  jsonField("records", &LibraryReply::records),
-                                                  jsonField("accepted", &LibraryReply::accepted),
-                                                  jsonField("conflicts", &LibraryReply::conflicts));
+    static constexpr auto table =
+        std::make_tuple(jsonField("revision", &LibraryReply::revision),
+                        jsonField("records", &LibraryReply::records),
+                        jsonField("accepted", &LibraryReply::accepted),
+                        jsonField("conflicts", &LibraryReply::conflicts),
+                        jsonField("acceptedVersions", &LibraryReply::acceptedVersions));
 };
 
 template <>

@@ -11,17 +11,22 @@ namespace {
 const QString savedKind = QStringLiteral("saved");
 const QString conversationKind = QStringLiteral("conversation");
 
-/// Carries edits of an item whose earlier state the service has just taken onto what it made of
-/// that state: the version, and the copy under another key if the item was in conflict.
+/// Carries edits of an item whose earlier state the service has taken onto what it made of that
+/// state: the version, and the copy under another key if the item was in conflict. A change that
+/// the service took long ago may have made an older version than the newest one, and what another
+/// device has written since is not in the edit.
 void rebase(QList<LibraryChange> &pending, const LibraryReply &reply,
             const QList<LibraryChange> &sent, const QSet<QString> &accepted,
             const QHash<QString, qint64> &versions) {
-    QHash<QString, QString> answered;
+    QHash<QString, const LibraryChange *> answered;
     for (const auto &change : sent) {
         const auto identity = change.identity();
         if (accepted.contains(change.opId.text) && !answered.contains(identity))
-            answered.insert(identity, change.key);
+            answered.insert(identity, &change);
     }
+    QHash<QString, qint64> made;
+    for (const auto &told : reply.acceptedVersions.value_or(QList<AcceptedVersion>()))
+        made.insert(told.opId, told.version);
     QHash<QString, QString> preservedKeys;
     for (const auto &conflict : reply.conflicts.value_or(QList<LibraryConflict>())) {
         if (!preservedKeys.contains(conflict.originalKey))
@@ -32,13 +37,14 @@ void rebase(QList<LibraryChange> &pending, const LibraryReply &reply,
         const auto earlier = answered.constFind(change.identity());
         if (earlier == answered.cend())
             continue;
-        const auto preserved = Identifier::parse(preservedKeys.value(*earlier));
+        const auto preserved = Identifier::parse(preservedKeys.value((*earlier)->key));
         if (preserved && change.kind == conversationKind) {
             change.key = preserved->text;
             if (change.conversation)
                 change.conversation->id = *preserved;
         }
-        change.baseVersion = versions.value(change.identity(), 0);
+        change.baseVersion =
+            made.value((*earlier)->opId.text, versions.value(change.identity(), 0));
     }
 }
 

@@ -58,7 +58,8 @@ const std::string reply = R"({"revision": 12, "records": [{"kind": "saved", "key
     "version": 3, "deleted": true, "card?": )" +
                           card + R"(, "conversation?": )" + conversation +
                           R"(}], "accepted?": ["op1", "op2"],
-    "conflicts?": [{"originalKey": "o", "preservedKey": "p"}]})";
+    "conflicts?": [{"originalKey": "o", "preservedKey": "p"}],
+    "acceptedVersions?": [{"opId": "a", "version": 9007199254740993}]})";
 
 const std::string library =
     R"({"saved": [)" + card + R"(], "conversations": [)" + conversation +

@@ -123,6 +123,16 @@ TEST(Reconcile, aTombstoneLeavesAVersionForALaterSave) {
     EXPECT_EQ(library.sync->pending.first().baseVersion, 8);
 }
 
+TEST_F(EditedWhileSending, aLaterEditClaimsNoMoreThanTheAcceptedChangeHasMade) {
+    auto another = *sent.first().conversation;
+    another.title = u"since then, elsewhere"_s;
+    auto answer = reply({record(another, 10)}, sent);
+    answer.acceptedVersions = {{sent.first().opId.text, 9}};
+    LibrarySync::reconcile(answer, sent, library);
+    EXPECT_EQ(queued().baseVersion, 9);
+    EXPECT_EQ(library.sync->versions.value(sent.first().identity()), 10);
+}
+
 TEST_F(EditedWhileSending, aLaterEditIsCarriedOntoTheAcceptedVersion) {
     const auto later = queued();
     LibrarySync::reconcile(reply({record(*sent.first().conversation, 4)}, sent), sent, library);
