@@ -35,7 +35,8 @@ T.AbstractButton {
             anchors.fill: parent
             radius: button.radius
             color: button.overSheet ? Ink.paperInk : Ink.paper
-            opacity: button.hovered && !button.down ? 0.05 : 0
+            // What is marked has a ground of its own already.
+            opacity: button.hovered && !button.down && !button.checked ? 0.05 : 0
         }
 
         Rectangle {
