@@ -13,8 +13,17 @@ Loader {
     // Who has pressed knows what the control does, and may have opened a menu where the tip would be.
     property bool done: false
 
+    readonly property bool wanted: subject.hovered && !done && text !== ""
+
     anchors.fill: parent
-    active: subject.hovered && !done && text !== ""
+    onWantedChanged: {
+        if (wanted)
+            setSource("HelpTipPanel.qml", {
+                words: text
+            });
+        else
+            source = "";
+    }
 
     Connections {
         target: help.subject
@@ -26,35 +35,6 @@ Loader {
         function onHoveredChanged() {
             if (!help.subject.hovered)
                 help.done = false;
-        }
-    }
-
-    sourceComponent: Item {
-        T.ToolTip {
-            id: tip
-
-            x: parent ? (parent.width - width) / 2 : 0
-            y: parent ? parent.height + 6 : 0
-            implicitWidth: implicitContentWidth + leftPadding + rightPadding
-            implicitHeight: implicitContentHeight + topPadding + bottomPadding
-            horizontalPadding: 10
-            verticalPadding: 6
-            margins: 6
-            delay: 600
-            visible: true
-            text: help.text
-
-            contentItem: TextLabel {
-                text: tip.text
-                font: Fonts.face.mono(Fonts.label)
-                color: Ink.onPaper
-                Accessible.ignored: true
-            }
-
-            background: Rectangle {
-                radius: 6
-                color: Ink.paper
-            }
         }
     }
 }
