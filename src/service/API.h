@@ -1,25 +1,19 @@
 #pragma once
 
-#include "platform/CancellationError.h"
 #include "platform/Task.h"
 #include "platform/Transport.h"
+#include "platform/Worker.h"
 #include "records/Conversation.h"
 #include "records/Json.h"
 #include "records/Library.h"
 
-#include <QFuture>
 #include <QJsonObject>
 #include <QString>
 #include <QUrl>
-#include <QtConcurrentRun>
 
-#include <qcoro/qcorofuture.h>
-
-#include <exception>
 #include <optional>
 #include <stop_token>
 #include <utility>
-#include <variant>
 #include <vector>
 
 class ServiceError;
@@ -117,21 +111,11 @@ private:
         if (text.size() <= decodedInPlace)
             co_return Json::decode<Record>(std::move(text));
 
-        using Outcome = std::variant<Record, std::exception_ptr>;
-        QFuture<Outcome> decoding =
-            QtConcurrent::run([text = std::move(text)]() mutable -> Outcome {
-                try {
-                    return Json::decode<Record>(std::move(text));
-                } catch (...) {
-                    return std::current_exception();
-                }
-            });
-        Outcome outcome = co_await decoding;
-        if (stop.stop_requested())
-            throw CancellationError();
-        if (auto *error = std::get_if<std::exception_ptr>(&outcome))
-            std::rethrow_exception(*error);
-        co_return std::move(std::get<Record>(outcome));
+        auto decoding = onWorker(
+            [text = std::move(text)]() mutable { return Json::decode<Record>(std::move(text)); },
+            stop);
+        Record record = co_await decoding;
+        co_return std::move(record);
     }
 
     static Task<QByteArray> successfulBody(Transport &transport, HttpRequest request,

@@ -2,42 +2,18 @@
 #include "service/API.h"
 #include "service/ServiceError.h"
 #include "tests/support/Await.h"
+#include "tests/support/BusyWorkers.h"
 #include "tests/support/FakeTransport.h"
 
 #include "records/Catalogue.h"
 
-#include <QSemaphore>
 #include <QThread>
-#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Every worker thread is busy until the object is released.
-class BusyWorkers final {
-public:
-    BusyWorkers() {
-        auto &pool = *QThreadPool::globalInstance();
-        m_former = pool.maxThreadCount();
-        pool.setMaxThreadCount(1);
-        pool.start([this] { m_gate.acquire(); });
-    }
-    ~BusyWorkers() {
-        release();
-        QThreadPool::globalInstance()->waitForDone();
-        QThreadPool::globalInstance()->setMaxThreadCount(m_former);
-    }
-    Q_DISABLE_COPY_MOVE(BusyWorkers)
-
-    void release() { m_gate.release(); }
-
-private:
-    QSemaphore m_gate;
-    int m_former = 0;
-};
 
 QByteArray list(qsizetype bytes) {
     return R"({"items":[")" + QByteArray(bytes - 14, 'x') + R"("]})";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CancellationError.h"
 #include "platform/Task.h"
 
 #include <QFuture>
@@ -9,17 +10,20 @@
 
 #include <exception>
 #include <memory>
+#include <stop_token>
 #include <type_traits>
 #include <utility>
 #include <variant>
 
-/// Runs the function on a worker thread and gives what it gives, or throws what it throws. Called
-/// on the main thread, and goes on there.
+/// Runs the function on a worker thread and gives what it gives, or throws what it throws; throws
+/// CancellationError instead once `stop` was requested. Called on the main thread, and goes on
+/// there.
 ///
 /// The result is handed over, not copied: a future would keep a copy of its own and let go of it on
 /// the main thread, which takes long for a large one.
 template <class Function>
-[[nodiscard]] Task<std::invoke_result_t<Function &>> onWorker(Function function) {
+[[nodiscard]] Task<std::invoke_result_t<Function &>> onWorker(Function function,
+                                                              std::stop_token stop = {}) {
     using Result = std::invoke_result_t<Function &>;
     const auto outcome = std::make_shared<std::variant<std::exception_ptr, Result>>();
     QFuture<void> working = QtConcurrent::run([outcome, function = std::move(function)]() mutable {
@@ -30,6 +34,8 @@ template <class Function>
         }
     });
     co_await working;
+    if (stop.stop_requested())
+        throw CancellationError();
     if (auto *error = std::get_if<std::exception_ptr>(outcome.get()))
         std::rethrow_exception(*error);
     co_return std::move(std::get<Result>(*outcome));
