@@ -1,4 +1,8 @@
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wunused -Werror)
+if(NOT APPLE)
+    # A library that nothing is used of would still be loaded at each start.
+    add_link_options(-Wl,--as-needed)
+endif()
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
                         QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 

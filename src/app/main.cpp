@@ -7,6 +7,7 @@
 #include "platform/DesktopBrowser.h"
 #include "platform/DesktopBrowserSession.h"
 #include "platform/DesktopCredentialStore.h"
+#include "platform/KeyringModule.h"
 #include "platform/QtTransport.h"
 #include "platform/RunningInstance.h"
 #include "platform/SessionBus.h"
@@ -68,7 +69,8 @@ int main(int argc, char **argv) {
     DesktopAppearance desktop;
     SystemFiles files;
     const auto ownState = SystemFiles::stateDirectory() + u'/' + ownName;
-    DesktopCredentialStore credentials(files, ownState, QStringLiteral("Quillmere"));
+    DesktopCredentialStore credentials(
+        files, ownState, [] { return KeyringModule::open(QStringLiteral("Quillmere")); });
     const Platform platform{transport, preferences, clock,  browser,       desktop,
                             files,     credentials, random, browserSession};
 

@@ -1,18 +1,21 @@
 #pragma once
 
 #include "platform/FileCredentialStore.h"
-#include "platform/SecretServiceStore.h"
+#include "platform/Keyring.h"
+
+#include <functional>
+#include <memory>
 
 /// The desktop's keyring where there is one, else a private file. Chosen once, by prepare(); before
 /// that every operation fails.
 class DesktopCredentialStore final : public CredentialStore {
 public:
-    /// The directory is that of the file, the label that of the keyring's items.
-    DesktopCredentialStore(Files &files, QString directory, QString label)
-        : m_keyring(std::move(label)), m_file(files, std::move(directory)) {}
-    DesktopCredentialStore(Files &files, QString directory, QString label,
-                           SecretServiceStore::Limits limits)
-        : m_keyring(std::move(label), limits), m_file(files, std::move(directory)) {}
+    using OpenKeyring = std::function<std::unique_ptr<Keyring>()>;
+
+    /// The directory is that of the file. The keyring is opened on a worker, and only where there is
+    /// a session bus to reach one by.
+    DesktopCredentialStore(Files &files, QString directory, OpenKeyring openKeyring)
+        : m_openKeyring(std::move(openKeyring)), m_file(files, std::move(directory)) {}
 
     [[nodiscard]] Task<void> prepare() override;
 
@@ -24,7 +27,8 @@ public:
     Outcome add(const QString &service, const QString &account, const QByteArray &secret) override;
 
 private:
-    SecretServiceStore m_keyring;
+    OpenKeyring m_openKeyring;
+    std::unique_ptr<Keyring> m_keyring;
     FileCredentialStore m_file;
     CredentialStore *m_chosen = nullptr;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CredentialStore.h"
+#include "platform/Keyring.h"
 
 #include <QFuture>
 #include <QHash>
@@ -19,7 +19,7 @@ struct _GCancellable;
 /// The other side is another process that may be slow, hang, or want to ask the user something. So
 /// each call runs on a thread of its own and is given up after its limit, and only prepare() may
 /// make the keyring ask. After a call that was given up, all others fail at once until prepare().
-class SecretServiceStore final : public CredentialStore {
+class SecretServiceStore final : public Keyring {
 public:
     struct Limits {
         /// For the keyring's first answer; it may have to be started for it.
@@ -37,9 +37,8 @@ public:
     /// store outlives its waiters, or the event loop.
     [[nodiscard]] Task<void> prepare() override;
 
-    /// Whether there is a keyring with a default collection, locked or not, that answers; known
-    /// after prepare().
-    bool isAvailable() const { return m_available; }
+    /// Available is one with a default collection.
+    bool isAvailable() const override { return m_available; }
 
     std::optional<QByteArray> find(const QString &service, const QString &account) override;
     Outcome remove(const QString &service, const QString &account) override;

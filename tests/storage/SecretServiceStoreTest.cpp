@@ -1,4 +1,6 @@
 #include "platform/DesktopCredentialStore.h"
+#include "platform/KeyringModule.h"
+#include "platform/SecretServiceStore.h"
 #include "platform/SystemFiles.h"
 #include "storage/TokenVault.h"
 #include "tests/storage/PrivateKeyring.h"
@@ -111,7 +113,10 @@ TEST_F(SecretService, aKeyringThatHangsIsGivenUpAndWorksAgainLater) {
     timer.start(5ms);
     SystemFiles files;
     const TemporaryHome home;
-    DesktopCredentialStore desktop(files, home.path(u"state"_s), u"Quillmere"_s, {400ms, 200ms});
+    DesktopCredentialStore desktop(files, home.path(u"state"_s), [] {
+        return std::make_unique<SecretServiceStore>(
+            u"Quillmere"_s, SecretServiceStore::Limits{.opening = 400ms, .call = 200ms});
+    });
     EXPECT_EQ(desktop.add(service, account, "secret"), Outcome::failed);
     await(desktop.prepare());
     EXPECT_TRUE(desktop.isFile());
@@ -131,7 +136,8 @@ TEST_F(SecretService, aKeyringThatHangsIsGivenUpAndWorksAgainLater) {
 TEST_F(SecretService, isTheDesktopsFirstChoice) {
     SystemFiles files;
     const TemporaryHome home;
-    DesktopCredentialStore desktop(files, home.path(u"state"_s), u"Quillmere"_s);
+    DesktopCredentialStore desktop(files, home.path(u"state"_s),
+                                   [] { return KeyringModule::open(u"Quillmere"_s); });
     await(desktop.prepare());
     EXPECT_FALSE(desktop.isFile());
     EXPECT_EQ(desktop.add(service, account, "secret"), Outcome::done);
@@ -148,11 +154,16 @@ TEST(DesktopCredentialStore, usesTheFileWhereThereIsNoKeyring) {
         SystemFiles files;
         const TemporaryHome home;
         const auto directory = home.path(u"state/Quillmere.Local"_s);
-        DesktopCredentialStore desktop(files, directory, u"Quillmere"_s);
+        bool opened = false;
+        DesktopCredentialStore desktop(files, directory, [&opened] {
+            opened = true;
+            return KeyringModule::open(u"Quillmere"_s);
+        });
         EXPECT_EQ(desktop.find(service, account), std::nullopt);
         EXPECT_EQ(desktop.remove(service, account), Outcome::failed);
         await(desktop.prepare());
         EXPECT_TRUE(desktop.isFile());
+        EXPECT_EQ(opened, bus);
         EXPECT_EQ(desktop.add(service, account, "secret"), Outcome::done);
         EXPECT_EQ(desktop.find(service, account), "secret");
         EXPECT_EQ(modeOf(directory), 0700);
