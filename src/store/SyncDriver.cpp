@@ -127,8 +127,8 @@ Task<void> AppStore::syncOnce(std::stop_token stop) {
             merge = carriedOut(std::move(merge));
         }
         if (merge.isNew) {
-            m_library = merge.library;
-            m_libraryEncoder = merge.encoder;
+            std::swap(m_library, merge.library);
+            std::swap(m_libraryEncoder, merge.encoder);
             Q_EMIT libraryChanged();
         }
         followReply(merge.reply);
@@ -136,6 +136,7 @@ Task<void> AppStore::syncOnce(std::stop_token stop) {
             writeLibrary(key);
         const bool conflicts = merge.reply.conflicts && !merge.reply.conflicts->isEmpty();
         setSyncing(false, conflicts ? syncedWithConflicts : synced);
+        letGoOnWorker(std::move(merge));
         if (!m_library.sync->pending.isEmpty())
             scheduleSync();
     } catch (...) {
