@@ -103,6 +103,9 @@ public:
         require(m_store->syncStatus() == QLatin1String("Synced with your account."), "the sync");
     }
 
+    /// As if another device had saved it.
+    void forgetACard() { StoreAccess::library(*m_store).saved.removeLast(); }
+
     /// As on a machine that the account is new to.
     void forget() {
         QFile::remove(LibraryDisk::file(m_files, m_store->libraryKey()));
@@ -169,6 +172,10 @@ int main(int argc, char **argv) {
         return application.takeLongest();
     };
     measureItself("step/sync of 10 MB, as here", step);
+    measureItself("step/sync of 10 MB, a card new", [&] {
+        program.forgetACard();
+        return step();
+    });
     measureItself("step/sync of 10 MB, all new", [&] {
         program.forget();
         return step();

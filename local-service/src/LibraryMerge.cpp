@@ -11,8 +11,9 @@ namespace {
 bool hadSeen(const LibraryMerge::Change &change, const LibraryMerge::StoredItem &stored) {
     if (change.baseVersion == stored.version)
         return true;
-    const bool restIsTheirs = change.writer == stored.writer &&
-                              change.baseVersion >= stored.baseVersion &&
+    const auto &author = stored.author;
+    const bool restIsTheirs = change.writer == author.writer &&
+                              change.baseVersion >= author.baseVersion &&
                               change.baseVersion < stored.version;
     return restIsTheirs && (change.deleted || change.savedAt >= stored.savedAt);
 }
@@ -35,7 +36,13 @@ LibraryMerge::Decision LibraryMerge::decide(const std::optional<StoredItem> &sto
     return Decision::KeepBoth;
 }
 
-qint64 LibraryMerge::baseAfter(const std::optional<StoredItem> &stored, const Change &change) {
-    const bool goesOn = stored && !stored->deleted && stored->writer == change.writer;
-    return goesOn ? std::min(stored->baseVersion, change.baseVersion) : change.baseVersion;
+LibraryMerge::Authorship LibraryMerge::authorAfter(const std::optional<StoredItem> &stored,
+                                                   const Change &change) {
+    // A removal has no words. Whoever wrote those before it goes on where they were if they bring
+    // the item back, be it without having heard of the removal.
+    if (stored && change.deleted)
+        return stored->author;
+    const bool goesOn = stored && stored->author.writer == change.writer;
+    return {change.writer,
+            goesOn ? std::min(stored->author.baseVersion, change.baseVersion) : change.baseVersion};
 }

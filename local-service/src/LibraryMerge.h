@@ -9,12 +9,18 @@ namespace LibraryMerge {
 
 enum class Kind { Saved, Conversation };
 
+/// Who wrote an item's words, and the version on which they built: every word since then is theirs.
+struct Authorship {
+    QByteArray writer;
+    qint64 baseVersion = 0;
+
+    bool operator==(const Authorship &) const = default;
+};
+
 struct StoredItem {
     qint64 version = 0;
-    /// Who wrote the item last, and the version on which they built: everything since then is
-    /// theirs.
-    qint64 baseVersion = 0;
-    QByteArray writer;
+    /// Of a removed item, who wrote what it said.
+    Authorship author;
     bool deleted = false;
     /// What the item says, always in the same form, and the moment at which its writer saved it
     /// (milliseconds since 1970, by the writer's clock; nothing for a card).
@@ -43,7 +49,7 @@ enum class Decision {
 /// `stored` is absent for an item that the service has never seen.
 Decision decide(const std::optional<StoredItem> &stored, const Change &change);
 
-/// The `baseVersion` of an item once the change has been written.
-qint64 baseAfter(const std::optional<StoredItem> &stored, const Change &change);
+/// The author of an item once the change has been written.
+Authorship authorAfter(const std::optional<StoredItem> &stored, const Change &change);
 
 } // namespace LibraryMerge

@@ -106,7 +106,7 @@ private:
         case Keep:
             return {{}, saysTheSame(stored, claim) ? stored->version : claim.baseVersion};
         case Write:
-            write(change, change.key, LibraryMerge::baseAfter(stored, claim), incoming.content);
+            write(change, change.key, LibraryMerge::authorAfter(stored, claim), incoming.content);
             break;
         case KeepBoth:
             return {preserve(change), m_revision};
@@ -139,7 +139,7 @@ private:
         if (!query.next())
             return std::nullopt;
         LibraryMerge::StoredItem item{
-            query.integer(0), query.integer(1), query.utf8(2), query.integer(3) != 0, {}, 0};
+            query.integer(0), {query.utf8(2), query.integer(1)}, query.integer(3) != 0, {}, 0};
         if (item.deleted)
             return item;
         item.words = query.utf8(4);
@@ -151,8 +151,8 @@ private:
         return item;
     }
 
-    void write(const LibraryChange &change, const QString &key, qint64 base,
-               const QByteArray &content) {
+    void write(const LibraryChange &change, const QString &key,
+               const LibraryMerge::Authorship &author, const QByteArray &content) {
         m_access
             .prepare("INSERT OR REPLACE INTO library_items"
                      " (account, kind, key, version, base, writer, deleted, content)"
@@ -161,8 +161,8 @@ private:
             .bind(change.kind)
             .bind(key)
             .bind(++m_revision)
-            .bind(base)
-            .bind(m_writer)
+            .bind(author.baseVersion)
+            .bind(author.writer)
             .bind(qint64(change.deleted))
             .bind(content)
             .run();
@@ -171,7 +171,7 @@ private:
     QString preserve(const LibraryChange &change) {
         auto copy = *change.conversation;
         copy.id = Identifier::make();
-        write(change, copy.id.text, change.baseVersion, Json::encode(copy));
+        write(change, copy.id.text, {m_writer, change.baseVersion}, Json::encode(copy));
         return copy.id.text;
     }
 

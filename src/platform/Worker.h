@@ -4,6 +4,7 @@
 #include "platform/Task.h"
 
 #include <QFuture>
+#include <QThreadPool>
 #include <QtConcurrentRun>
 
 #include <qcoro/qcorofuture.h>
@@ -39,4 +40,10 @@ template <class Function>
     if (auto *error = std::get_if<std::exception_ptr>(outcome.get()))
         std::rethrow_exception(*error);
     co_return std::move(std::get<Result>(*outcome));
+}
+
+/// Ends a value on a worker thread: one that is so large that freeing its memory takes long.
+template <class Value>
+void letGoOnWorker(Value value) {
+    QThreadPool::globalInstance()->start([value = std::move(value)] {});
 }

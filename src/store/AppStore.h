@@ -424,6 +424,8 @@ private:
 
     void setAccount(const std::optional<Account> &account);
     void setLibrary(const LocalLibrary &library);
+    /// Throws FileError.
+    void writeLibrary(const QString &key);
 
     /// Shows the account of the saved login as it was last seen, with its library; false when there
     /// is none, or somebody is signed in.
@@ -522,6 +524,8 @@ private:
     /// False while saving is paused, to protect a file that could not be read or that another
     /// process writes.
     bool m_libraryWritable = true;
+    /// Whether the file of an account's library says what `m_library` does.
+    bool m_libraryOnDisk = false;
     /// Whether any library has been loaded since the start.
     bool m_libraryLoaded = false;
     LibraryEncoder m_libraryEncoder;

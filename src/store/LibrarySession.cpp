@@ -68,13 +68,19 @@ Task<void> AppStore::refreshWallAndQuota() {
     co_await refreshingQuota;
 }
 
+void AppStore::writeLibrary(const QString &key) {
+    m_libraryOnDisk = false;
+    LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, key);
+    m_libraryOnDisk = true;
+}
+
 void AppStore::persist() {
     if (!m_libraryWritable) {
         setNotice(paused);
         return;
     }
     try {
-        LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, libraryKey());
+        writeLibrary(libraryKey());
     } catch (...) {
         setNotice(notSaved + describe(std::current_exception()));
         return;

@@ -1,8 +1,7 @@
 // When the queued changes go to the service, and what becomes of its reply.
 #include "platform/Clock.h"
 #include "platform/Start.h"
-#include "service/Worker.h"
-#include "storage/LibraryDisk.h"
+#include "platform/Worker.h"
 #include "store/AppStore.h"
 #include "sync/LibrarySync.h"
 
@@ -10,6 +9,9 @@ namespace {
 
 constexpr std::chrono::milliseconds pauseAfterEdit(700);
 constexpr qsizetype batchSize = 50;
+/// How often a reply is merged on a worker, if there was an edit each time, before the main thread
+/// does it.
+constexpr int mergesAside = 3;
 
 const QString signedOut = QStringLiteral("Sign in to sync across devices.");
 const QString running = QStringLiteral("Syncing…");
@@ -23,12 +25,16 @@ struct Merge {
     QList<LibraryChange> sent;
     LocalLibrary library;
     LibraryEncoder encoder;
+    /// Whether it is another library than before.
+    bool isNew = false;
 };
 
 /// Merges, and has the text of the file ready.
 Merge carriedOut(Merge merge) {
-    LibrarySync::shareUnchanged(merge.library, merge.reply);
+    const LocalLibrary before = merge.library;
+    LibrarySync::shareUnchanged(before, merge.reply);
     LibrarySync::reconcile(merge.reply, merge.sent, merge.library);
+    merge.isNew = merge.library != before;
     merge.encoder.encode(merge.library);
     return merge;
 }
@@ -102,11 +108,11 @@ Task<void> AppStore::syncOnce(std::stop_token stop) {
         merge.sent = batch;
         auto exchange = service.syncLibrary(batch, stop);
         merge.reply = co_await exchange;
+        merge.encoder = m_libraryEncoder;
         bool current = false;
-        while (!current) {
+        for (int turn = 0; turn < mergesAside && !current; ++turn) {
             const LocalLibrary before = m_library;
             merge.library = before;
-            merge.encoder = m_libraryEncoder;
             auto merging = onWorker(
                 [merge = std::move(merge)]() mutable { return carriedOut(std::move(merge)); });
             merge = co_await merging;
@@ -116,13 +122,21 @@ Task<void> AppStore::syncOnce(std::stop_token stop) {
             current = isUntouched(m_library, before);
         }
         // No wait from here to the end of the write, so that no edit can come between.
-        m_library = merge.library;
-        m_libraryEncoder = merge.encoder;
-        Q_EMIT libraryChanged();
+        if (!current) {
+            merge.library = m_library;
+            merge = carriedOut(std::move(merge));
+        }
+        if (merge.isNew) {
+            std::swap(m_library, merge.library);
+            std::swap(m_libraryEncoder, merge.encoder);
+            Q_EMIT libraryChanged();
+        }
         followReply(merge.reply);
-        LibraryDisk::save(m_platform.files, m_libraryEncoder, m_library, key);
+        if (merge.isNew || !m_libraryOnDisk)
+            writeLibrary(key);
         const bool conflicts = merge.reply.conflicts && !merge.reply.conflicts->isEmpty();
         setSyncing(false, conflicts ? syncedWithConflicts : synced);
+        letGoOnWorker(std::move(merge));
         if (!m_library.sync->pending.isEmpty())
             scheduleSync();
     } catch (...) {

@@ -11,8 +11,8 @@ using LibraryMerge::StoredItem;
 
 TEST(LibraryMerge, DecidesEveryCase) {
     // What device A made of version 3, up to version 5.
-    const StoredItem live{5, 3, "A", false, "stored", 100};
-    const StoredItem removed{5, 3, "A", true, {}, 0};
+    const StoredItem live{5, {"A", 3}, false, "stored", 100};
+    const StoredItem removed{5, {"A", 3}, true, {}, 0};
     struct Row {
         const char *name;
         std::optional<StoredItem> stored;
@@ -57,11 +57,15 @@ TEST(LibraryMerge, DecidesEveryCase) {
     for (const Row &row : rows)
         EXPECT_EQ(LibraryMerge::decide(row.stored, row.change), row.expected) << row.name;
 
-    // Everything since then is the writer's own.
-    EXPECT_EQ(LibraryMerge::baseAfter(live, {Conversation, 4, "A", false, "new", 101}), 3);
-    EXPECT_EQ(LibraryMerge::baseAfter(live, {Conversation, 5, "B", false, "new", 101}), 5);
-    EXPECT_EQ(LibraryMerge::baseAfter(removed, {Conversation, 5, "A", false, "new", 101}), 5);
-    EXPECT_EQ(LibraryMerge::baseAfter({}, {Conversation, 0, "A", false, "new", 101}), 0);
+    using Author = LibraryMerge::Authorship;
+    const auto authorAfter = LibraryMerge::authorAfter;
+    EXPECT_EQ(authorAfter(live, {Conversation, 4, "A", false, "new"}), (Author{"A", 3}));
+    EXPECT_EQ(authorAfter(live, {Conversation, 5, "B", false, "new"}), (Author{"B", 5}));
+    EXPECT_EQ(authorAfter({}, {Conversation, 0, "A", false, "new"}), (Author{"A", 0}));
+    // A removal by somebody else has put no word between A's own.
+    EXPECT_EQ(authorAfter(live, {Conversation, 5, "B", true, {}}), (Author{"A", 3}));
+    EXPECT_EQ(authorAfter(removed, {Conversation, 4, "A", false, "new"}), (Author{"A", 3}));
+    EXPECT_EQ(authorAfter(removed, {Conversation, 5, "B", false, "new"}), (Author{"B", 5}));
 }
 
 } // namespace

@@ -175,6 +175,13 @@ TEST_F(Library, TakesLateChangesAsTheyWereMeant) {
     EXPECT_FALSE(reply.conflicts);
     EXPECT_EQ(reply.records[0].conversation, talk);
     EXPECT_EQ(reply.records[0].version, 5);
+
+    // An answer of here's that began before its first reply. It had seen all that here has written,
+    // and there has only removed.
+    talk.title = QStringLiteral("answered");
+    reply = here.sync({edit(talk, 0)});
+    EXPECT_FALSE(reply.conflicts);
+    EXPECT_EQ(reply.records[0].conversation, talk);
 }
 
 TEST_F(Library, RefusesAWholeRequestByName) {

@@ -1,5 +1,7 @@
 #include "tests/simulation/Audit.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr qsizetype largestBatch = 50;
@@ -41,7 +43,9 @@ void Audit::exchanged(const QByteArray &session, const LibraryUpload &upload,
             identity = QLatin1String("conversation|") + copy;
         }
         if (records.value(identity).version != m_records.value(identity).version)
-            m_writers[identity] = {session, m_makings.value(change.opId.text).order};
+            m_writes[identity].append({session, m_makings.value(change.opId.text).order,
+                                       change.baseVersion, records.value(identity).version,
+                                       change.deleted});
     }
     m_records = records;
 }
@@ -63,9 +67,7 @@ void Audit::judgeCopy(const QByteArray &session, const LibraryChange &change, co
                       const std::optional<LibrarySyncState> &known) {
     const auto made = m_makings.value(change.opId.text);
     const auto identity = change.identity();
-    const auto writer = m_writers.value(identity);
-    // One that has been overtaken by a later one may well be kept apart.
-    if (writer.session == session && writer.order < made.order)
+    if (isInConflictWithItself(session, change))
         violate(identity + QLatin1String(" in conflict with what its own session wrote"));
 
     // An edit from before the device heard of a copy must have followed it there, unless it waited
@@ -78,6 +80,19 @@ void Audit::judgeCopy(const QByteArray &session, const LibraryChange &change, co
         violate(identity + QLatin1String(" in conflict again with the same version"));
     firstCopy = copy;
     firstOrder = made.order;
+}
+
+bool Audit::isInConflictWithItself(const QByteArray &session, const LibraryChange &change) const {
+    const auto writes = m_writes.value(change.identity());
+    // One that has been overtaken by a later one may well be kept apart.
+    if (writes.isEmpty() || writes.last().session != session ||
+        writes.last().order > m_makings.value(change.opId.text).order)
+        return false;
+    // An answer that came in meanwhile was asked for before the words of others were seen.
+    return std::none_of(writes.begin(), writes.end(), [&](const Write &write) {
+        return write.session != session && !write.deleted && write.version > change.baseVersion &&
+               write.version <= writes.last().base;
+    });
 }
 
 void Audit::violate(const QString &what) {

@@ -29,20 +29,25 @@ private:
         bool waits = false;
         QHash<QString, qint64> versions;
     };
-    struct Writer {
+    struct Write {
         QByteArray session;
         int order = 0;
+        /// What was built on, and what came of it.
+        qint64 base = 0;
+        qint64 version = 0;
+        bool deleted = false;
     };
 
     void compare(const QHash<QString, LibraryRecord> &records);
     void judgeCopy(const QByteArray &session, const LibraryChange &change, const QString &copy,
                    const std::optional<LibrarySyncState> &known);
+    bool isInConflictWithItself(const QByteArray &session, const LibraryChange &change) const;
     void violate(const QString &what);
 
     QHash<QString, LibraryRecord> m_records;
     QHash<QString, Making> m_makings;
-    /// Who wrote the version that an item has.
-    QHash<QString, Writer> m_writers;
+    /// Of each item, oldest first.
+    QHash<QString, QList<Write>> m_writes;
     /// The copy that a change led to, if any.
     QHash<QString, QString> m_outcomes;
     QSet<QString> m_copies;

@@ -2,15 +2,12 @@
 
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
+#include "tests/simulation/Settle.h"
 #include "tests/support/FixedAppearance.h"
 #include "tests/support/FixedRandom.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/RecordingBrowser.h"
 #include "tests/support/RecordingBrowserSession.h"
-
-#include <QAbstractEventDispatcher>
-#include <QSemaphore>
-#include <QThreadPool>
 
 namespace {
 
@@ -67,31 +64,6 @@ struct Device::Run {
     VirtualNetwork::Line line;
     AppStore store;
 };
-
-namespace {
-
-QSemaphore heldWorkers;
-int workersHeld = 0;
-
-} // namespace
-
-void settleWithoutWorkers() {
-    if (workersHeld == 0) {
-        ++workersHeld;
-        QThreadPool::globalInstance()->start([] { heldWorkers.acquire(); });
-    }
-    auto *dispatcher = QAbstractEventDispatcher::instance();
-    while (dispatcher->processEvents(QEventLoop::AllEvents)) {
-    }
-}
-
-void settleAll() {
-    heldWorkers.release(std::exchange(workersHeld, 0));
-    auto *dispatcher = QAbstractEventDispatcher::instance();
-    do {
-        QThreadPool::globalInstance()->waitForDone();
-    } while (dispatcher->processEvents(QEventLoop::AllEvents));
-}
 
 Device::Device(VirtualNetwork &network, int number, QString directory,
                std::chrono::milliseconds time)

@@ -39,9 +39,3 @@ private:
     MemoryPreferences m_preferences;
     std::unique_ptr<Run> m_run;
 };
-
-/// Turns the event loop until nothing more is due, on no thread.
-void settleAll();
-
-/// The same without the worker thread, which is held up until the next settleAll().
-void settleWithoutWorkers();

@@ -1,8 +1,10 @@
 #include "tests/simulation/Simulation.h"
 
 #include "platform/Start.h"
+#include "tests/simulation/Settle.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -26,6 +28,17 @@ CaseCard card(int number) {
     card.archive = QStringLiteral("foible");
     card.title = QStringLiteral("Case ") + card.id;
     return card;
+}
+
+/// Identities are made anew in each run, so nothing is chosen by them.
+QList<Conversation> orderedByContent(QList<Conversation> conversations) {
+    const auto content = [](const Conversation &conversation) {
+        return std::tuple(conversation.updatedAt.milliseconds, conversation.title,
+                          conversation.messages.size());
+    };
+    std::sort(conversations.begin(), conversations.end(),
+              [&](const auto &one, const auto &other) { return content(one) < content(other); });
+    return conversations;
 }
 
 bool isAtHome(const AppStore &store) {
@@ -67,9 +80,9 @@ QString Simulation::run() {
     for (int count = 0; count < steps; ++count) {
         step();
         record();
-        // Now and then the next step comes before the workers are through.
+        // Now and then the next step comes before the worker is through.
         if (m_random.chance(15))
-            settleWithoutWorkers();
+            settleWithoutWorker();
         else
             settleAll();
         record();
@@ -112,7 +125,7 @@ void Simulation::edit(int number) {
         say(QStringLiteral("opens a new chat"));
         store.newChat();
     } else if (choice < 76) {
-        const auto &conversations = store.library().conversations;
+        const auto conversations = orderedByContent(store.library().conversations);
         if (!conversations.isEmpty())
             editConversation(store,
                              conversations[m_random.below(static_cast<int>(conversations.size()))]);

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QHashSeed>
-#include <QThreadPool>
 
 #include <cstdio>
 
@@ -46,7 +45,6 @@ int main(int count, char **arguments) {
     // The same course in each run of a seed.
     QHashSeed::setDeterministicGlobalSeed();
     QCoreApplication application(count, arguments);
-    QThreadPool::globalInstance()->setMaxThreadCount(1);
 
     const unsigned first = QByteArray(arguments[1]).toUInt();
     const unsigned seeds = QByteArray(arguments[2]).toUInt();
