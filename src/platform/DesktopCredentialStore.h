@@ -12,8 +12,8 @@ class DesktopCredentialStore final : public CredentialStore {
 public:
     using OpenKeyring = std::function<std::unique_ptr<Keyring>()>;
 
-    /// The directory is that of the file. The keyring is opened on a worker, and only where there is
-    /// a session bus to reach one by.
+    /// The directory is that of the file. The keyring is opened on a worker, and only where there
+    /// is a session bus to reach one by.
     DesktopCredentialStore(Files &files, QString directory, OpenKeyring openKeyring)
         : m_openKeyring(std::move(openKeyring)), m_file(files, std::move(directory)) {}
 

@@ -1,6 +1,6 @@
+#include "platform/SecretServiceStore.h"
 #include "platform/DesktopCredentialStore.h"
 #include "platform/KeyringModule.h"
-#include "platform/SecretServiceStore.h"
 #include "platform/SystemFiles.h"
 #include "storage/TokenVault.h"
 #include "tests/storage/PrivateKeyring.h"
