@@ -30,6 +30,10 @@ void settleAll() {
     held.reset();
 }
 
-void settleWithoutWorker() {
+void settleWithSlowWorker(int turns) {
     turnEventLoop();
+    for (int turn = 0; turn < turns; ++turn) {
+        held.reset();
+        turnEventLoop();
+    }
 }

@@ -4,5 +4,5 @@
 /// The two take turns, so that the order of events does not hang on how fast a thread is.
 void settleAll();
 
-/// The same without the worker thread, which is held up until the next settleAll().
-void settleWithoutWorker();
+/// The same with a worker thread that is held up once it has had so many turns.
+void settleWithSlowWorker(int turns);

@@ -81,8 +81,8 @@ QString Simulation::run() {
         step();
         record();
         // Now and then the next step comes before the worker is through.
-        if (m_random.chance(15))
-            settleWithoutWorker();
+        if (m_random.chance(50))
+            settleWithSlowWorker(m_random.below(3));
         else
             settleAll();
         record();

@@ -11,21 +11,11 @@ using LibrarySync::CardEdit;
 namespace {
 
 LibraryRecord record(const CaseCard &card, qint64 version) {
-    LibraryRecord result;
-    result.kind = u"saved"_s;
-    result.key = card.key;
-    result.version = version;
-    result.card = card;
-    return result;
+    return {u"saved"_s, card.key, version, false, card, {}};
 }
 
 LibraryRecord record(const Conversation &conversation, qint64 version) {
-    LibraryRecord result;
-    result.kind = u"conversation"_s;
-    result.key = conversation.id.text;
-    result.version = version;
-    result.conversation = conversation;
-    return result;
+    return {u"conversation"_s, conversation.id.text, version, false, {}, conversation};
 }
 
 LibraryRecord tombstone(LibraryRecord live) {
