@@ -108,7 +108,10 @@ Keys families() {
         const QString family =
             ofProfessions ? QStringLiteral("prof.") : QStringLiteral("cat.%1.").arg(archive.key());
         for (const auto &entry : archive.value()) {
-            keys.insert(family + entry[QStringLiteral("category")].toString());
+            const auto category = entry[QStringLiteral("category")].toString();
+            keys.insert(family + category);
+            // While all archives are browsed.
+            keys.insert(QStringLiteral("cat..") + category);
             for (const auto &section : entry[QStringLiteral("sections")].toArray())
                 keys.insert(QLatin1String("section.") +
                             section[QStringLiteral("title")].toString());

@@ -51,6 +51,8 @@ protected:
         ASSERT_NE(m_card, nullptr);
         m_card->forceActiveFocus();
         key(Qt::Key_Return);
+        // What the card tells can be read before the case itself has come.
+        EXPECT_NE(saying("SelectableText", SampleCase::card().title), nullptr);
         answer(Endpoint::caseEntry(entry.archive, entry.id), Json::encode(entry));
         // Made piece by piece, and then laid out with the next frame.
         ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty() && lowest() > 0; }));
