@@ -27,13 +27,14 @@ Item {
         contentItem: TextLabel {
             text: tip.text
             font: Fonts.face.mono(Fonts.label)
-            color: Ink.onPaper
             Accessible.ignored: true
         }
 
         background: Rectangle {
             radius: 6
-            color: Ink.paper
+            // A line parts it from a sheet, which is light in both appearances.
+            color: Ink.paper2
+            border.color: Ink.lineStrong
         }
     }
 }

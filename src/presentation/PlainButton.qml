@@ -52,6 +52,8 @@ T.AbstractButton {
     }
 
     Accessible.onPressAction: button.clicked()
+    // What a screen reader does with a checkable one, and what the toolkit would do without a press.
+    Accessible.onToggleAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 }

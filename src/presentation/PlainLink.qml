@@ -10,6 +10,8 @@ Item {
 
     required property string name
     property real radius: 4
+    // How far the ground under the pointer and the ring of the keyboard reach beyond the sides.
+    property real outside: 0
 
     signal clicked
 
@@ -36,6 +38,8 @@ Item {
 
     Rectangle {
         anchors.fill: parent
+        anchors.leftMargin: -link.outside
+        anchors.rightMargin: -link.outside
         radius: link.radius
         color: Ink.paperInk
         opacity: pointer.hovered && !tap.pressed ? 0.05 : 0
@@ -44,6 +48,8 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: -4
+        anchors.leftMargin: -link.outside - 4
+        anchors.rightMargin: -link.outside - 4
         radius: link.radius + 4
         visible: link.activeFocus
         color: "transparent"

@@ -44,6 +44,7 @@ Rectangle {
                 onClicked: picker.chosen(index)
                 Accessible.name: text
                 Accessible.onPressAction: segment.clicked()
+                Accessible.onToggleAction: segment.clicked()
                 Keys.onReturnPressed: segment.clicked()
                 Keys.onEnterPressed: segment.clicked()
 

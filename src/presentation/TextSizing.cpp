@@ -29,7 +29,6 @@ void TextSizing::setSize(qreal size) {
     if (m_size == size)
         return;
     m_size = size;
-    m_texts.removeIf([](const QPointer<QQuickItem> &text) { return text.isNull(); });
     rememberPlace();
     m_waiting = m_texts;
     std::sort(m_waiting.begin(), m_waiting.end(), [this](const auto &one, const auto &other) {
@@ -40,6 +39,14 @@ void TextSizing::setSize(qreal size) {
     if (!m_waiting.isEmpty())
         m_timer.start(0, this);
     Q_EMIT sizeChanged();
+}
+
+void TextSizing::setWidth(qreal width) {
+    if (m_width == width)
+        return;
+    rememberPlace();
+    m_width = width;
+    Q_EMIT widthChanged();
 }
 
 void TextSizing::add(QQuickItem *text) {
@@ -70,18 +77,19 @@ qreal TextSizing::distance(const QQuickItem *text) const {
     return std::max({above - m_view->height(), -above - text->height(), 0.0});
 }
 
+/// Until somebody scrolls, the place is the one that was chosen last, whatever has changed since.
 void TextSizing::rememberPlace() {
-    m_place = {};
-    if (m_texts.isEmpty() || viewValue("contentY") <= 0)
+    m_texts.removeIf([](const QPointer<QQuickItem> &text) { return text.isNull(); });
+    if (m_place.text)
         return;
-    // The uppermost that reaches below the upper edge; the texts come in no order.
-    qreal highest = std::numeric_limits<qreal>::lowest();
+    qreal least = std::numeric_limits<qreal>::max();
     for (const auto &text : std::as_const(m_texts)) {
         const qreal above = -top(text, m_view);
-        if (text->height() <= 0 || above >= text->height() || above <= highest)
+        const qreal height = text->height();
+        if (height <= 0 || above <= 0 || above >= least)
             continue;
-        highest = above;
-        m_place = {text, above / text->height()};
+        least = above;
+        m_place = {text, std::min(1.0, above / height), std::max(0.0, above - height)};
     }
 }
 
@@ -89,7 +97,8 @@ void TextSizing::keepPlace() {
     if (!m_place.text)
         return;
     const auto *page = m_view->property("contentItem").value<QQuickItem *>();
-    const qreal y = top(m_place.text, page) + m_place.share * m_place.text->height();
+    const qreal y =
+        top(m_place.text, page) + m_place.share * m_place.text->height() + m_place.beyond;
     const qreal lowest = viewValue("contentHeight") + viewValue("bottomMargin") - m_view->height();
     m_keepingPlace = true;
     // The view would move to a whole number by itself, which would look like scrolling.

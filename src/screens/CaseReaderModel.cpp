@@ -42,6 +42,8 @@ void CaseReaderModel::componentComplete() {
         Q_EMIT entryChanged();
     });
     connect(m_store, &AppStore::languageChanged, this, &CaseReaderModel::beginLoad);
+    // Who shows the title may have asked for it before the card was set.
+    Q_EMIT entryChanged();
     beginLoad();
 }
 

@@ -89,6 +89,7 @@ FocusScope {
 
         view: scroll
         size: reader.store.readingSize
+        width: Math.min(740, scroll.width - 2 * reader.side)
     }
 
     Rectangle {
@@ -119,7 +120,7 @@ FocusScope {
 
             x: Math.round((scroll.width - width) / 2)
             y: reader.side
-            width: Math.min(740, scroll.width - 2 * reader.side)
+            width: sizing.width
             spacing: 28
 
             Item {

@@ -69,8 +69,7 @@ T.ItemDelegate {
             maximumLineCount: 2
             elide: Text.ElideRight
             font: Fonts.face.reading(16)
-            lineHeightMode: Text.FixedHeight
-            lineHeight: Fonts.face.lineHeight(font, 3)
+            lineHeight: 1 + 3 / Fonts.face.lineHeight(font, 0)
             color: Ink.dim
         }
     }

@@ -57,9 +57,11 @@ PlainButton {
 
             TextLabel {
                 Layout.fillWidth: true
-                Layout.alignment: Qt.AlignBottom
+                // The layout would keep the place of a single line for a text that wraps.
+                Layout.fillHeight: true
                 text: panel.store.words.text("archive.sub.foible")
                 wrapMode: Text.Wrap
+                verticalAlignment: Text.AlignBottom
                 font: Fonts.face.reading(20)
                 leading: 3
                 color: Ink.paperInk

@@ -38,7 +38,7 @@ Window {
 
         anchors.fill: parent
         store: window.store
-        menu: commands.menu
+        commands: commands
     }
 
     Loader {

@@ -36,6 +36,7 @@ RowLayout {
         MenuPanel {
             id: sizeMenu
 
+            x: parent ? parent.width - width : 0
             width: 120
 
             MenuRow {
@@ -58,6 +59,8 @@ RowLayout {
 
         MenuPanel {
             id: shareMenu
+
+            x: parent ? parent.width - width : 0
 
             MenuRow {
                 text: controls.store.words.text("copyAddress")

@@ -13,6 +13,7 @@ Item {
     required property string symbol
     required property font face
     required property real padding
+    property real leading: 0
 
     implicitHeight: words.implicitHeight + 2 * padding
 
@@ -34,6 +35,7 @@ Item {
             text: row.title
             wrapMode: Text.Wrap
             font: row.face
+            leading: row.leading
             color: Ink.paperInk
             Accessible.ignored: true
         }

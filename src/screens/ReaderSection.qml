@@ -44,7 +44,7 @@ Column {
         }
 
         Rectangle {
-            x: heading.x + heading.width + 15
+            x: Math.ceil(heading.x + heading.width) + 15
             width: Math.max(0, section.width - x)
             height: 1
             anchors.verticalCenter: parent.verticalCenter

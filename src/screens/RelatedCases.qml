@@ -26,6 +26,7 @@ Column {
 
     Column {
         width: parent.width
+        spacing: 14
         Accessible.role: Accessible.List
         Accessible.name: heading.text
 
@@ -39,6 +40,8 @@ Column {
                 required property caseCard card
 
                 width: list.width
+                leftInset: -12
+                rightInset: -12
                 overSheet: true
                 radius: 4
                 Accessible.name: title

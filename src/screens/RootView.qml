@@ -10,7 +10,7 @@ T.SplitView {
     id: root
 
     required property AppStore store
-    required property Component menu
+    required property WindowCommands commands
     property real sidebarWidth: 238
 
     orientation: Qt.Horizontal
@@ -28,7 +28,7 @@ T.SplitView {
         id: sidebar
 
         store: root.store
-        menu: root.menu
+        commands: root.commands
         T.SplitView.minimumWidth: 218
         T.SplitView.maximumWidth: 270
     }

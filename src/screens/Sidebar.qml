@@ -9,8 +9,7 @@ Rectangle {
     id: sidebar
 
     required property AppStore store
-    // Of the window.
-    required property Component menu
+    required property WindowCommands commands
 
     // To the row above or below. False at either end.
     function step(forward: bool): bool {
@@ -65,15 +64,15 @@ Rectangle {
                 help: "Quillmere.Chat"
                 tint: Ink.mute
                 onClicked: {
-                    menu.active = true;
-                    (menu.item as MenuPanel).openUnder(menuButton);
+                    if (!menu.item)
+                        menu.setSource("WindowMenu.qml", {
+                            commands: sidebar.commands
+                        });
+                    (menu.item as WindowMenu).openUnder(menuButton);
                 }
 
                 Loader {
                     id: menu
-
-                    active: false
-                    sourceComponent: sidebar.menu
                 }
             }
         }

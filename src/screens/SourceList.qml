@@ -24,6 +24,7 @@ Column {
 
     Column {
         width: parent.width
+        spacing: 12
         Accessible.role: Accessible.List
         Accessible.name: heading.text
 
@@ -38,6 +39,7 @@ Column {
 
                 width: list.width
                 height: row.implicitHeight
+                outside: 12
                 name: title
                 onClicked: list.store.openAddress(address)
 
@@ -49,6 +51,7 @@ Column {
                     symbol: "arrow.up.right"
                     face: Fonts.face.reading(list.store.readingSize - 1)
                     padding: 12
+                    leading: 3
                 }
             }
         }

@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Quillmere.Presentation
 import Quillmere.Screens
 
 // What a window can be told from anywhere, by shortcut and from a menu.
@@ -38,18 +37,6 @@ QtObject {
             onTriggered: Qt.quit()
         }
     ]
-
-    readonly property Component menu: MenuPanel {
-        Repeater {
-            model: commands.actions
-
-            delegate: MenuRow {
-                required property T.Action modelData
-
-                action: modelData
-            }
-        }
-    }
 
     signal anotherWindowWanted
     signal settingsWanted

@@ -108,7 +108,10 @@ Keys families() {
         const QString family =
             ofProfessions ? QStringLiteral("prof.") : QStringLiteral("cat.%1.").arg(archive.key());
         for (const auto &entry : archive.value()) {
-            keys.insert(family + entry[QStringLiteral("category")].toString());
+            const auto category = entry[QStringLiteral("category")].toString();
+            keys.insert(family + category);
+            // While all archives are browsed.
+            keys.insert(QStringLiteral("cat..") + category);
             for (const auto &section : entry[QStringLiteral("sections")].toArray())
                 keys.insert(QLatin1String("section.") +
                             section[QStringLiteral("title")].toString());
@@ -320,13 +323,14 @@ TEST(TablesTest, EveryLanguageOffersTheSame) {
 // Whatever else reads like English was forgotten.
 TEST(TablesTest, OnlyWordsThatLanguagesShareReadLikeEnglish) {
     const QHash<AppLanguage, Keys> shared{
-        {AppLanguage::es, keys("prof.software")},
+        {AppLanguage::es, keys("cat..software prof.software")},
         {AppLanguage::fr,
-         keys("actions cat.makers.instruments cat.makers.machines cat.makers.textiles "
+         keys("actions cat..design cat..finance cat..instruments cat..machines cat..services "
+              "cat..textiles cat.makers.instruments cat.makers.machines cat.makers.textiles "
               "cat.ventures.finance cat.ventures.services prof.design prof.finance sources "
               "tab.archives wallChatKind wallConversations")},
-        {AppLanguage::de, keys("appearanceSystem authName offline prof.software")},
-        {AppLanguage::ptBR, keys("prof.design prof.software")},
+        {AppLanguage::de, keys("appearanceSystem authName cat..software offline prof.software")},
+        {AppLanguage::ptBR, keys("cat..design cat..software prof.design prof.software")},
     };
     for (const auto language : AppLanguages::allCases) {
         if (language == AppLanguage::system || language == AppLanguage::en)

@@ -51,6 +51,8 @@ protected:
         ASSERT_NE(m_card, nullptr);
         m_card->forceActiveFocus();
         key(Qt::Key_Return);
+        // What the card tells can be read before the case itself has come.
+        EXPECT_NE(saying("SelectableText", SampleCase::card().title), nullptr);
         answer(Endpoint::caseEntry(entry.archive, entry.id), Json::encode(entry));
         // Made piece by piece, and then laid out with the next frame.
         ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty() && lowest() > 0; }));
@@ -159,7 +161,7 @@ TEST_F(CaseReaderWindowTest, OneSelectionRunsOverSeveralTexts) {
     EXPECT_TRUE(all.contains(entry.sections[1].title + u"\n\n"_s + entry.sections[1].body));
 }
 
-TEST_F(CaseReaderWindowTest, AnotherTextSizeReachesWhatIsInSightFirstAndKeepsThePlace) {
+TEST_F(CaseReaderWindowTest, AnotherSizeOfTextOrWindowReachesWhatIsInSightFirstAndKeepsThePlace) {
     auto entry = longCase();
     for (int more = 0; more < 3; ++more)
         entry.sections += entry.sections;
@@ -189,6 +191,18 @@ TEST_F(CaseReaderWindowTest, AnotherTextSizeReachesWhatIsInSightFirstAndKeepsThe
         EXPECT_TRUE(has(text) || !isInSight(text));
     EXPECT_FALSE(has(texts.first()));
     EXPECT_TRUE(eventually([&] { return std::all_of(texts.begin(), texts.end(), has); }));
+    EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; }))
+        << before << " became " << share();
+
+    auto *const window = m_window.window();
+    const auto height = first->height();
+    const auto width = window->width();
+    window->setWidth(window->minimumWidth() - 200);
+    ASSERT_TRUE(eventually([&] { return first->height() > height; }));
+    EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; }))
+        << before << " became " << share();
+    window->setWidth(width);
+    EXPECT_TRUE(eventually([&] { return first->height() == height; }));
     EXPECT_TRUE(eventually([&] { return std::abs(share() - before) < 0.01; }))
         << before << " became " << share();
 }

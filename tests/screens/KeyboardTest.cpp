@@ -124,6 +124,15 @@ TEST_F(KeyboardTest, TheTabKeyMeetsEverythingOnEveryScreen) {
     }
 }
 
+TEST_F(KeyboardTest, TheMenuOfTheWindowBeginsAConversation) {
+    const auto buttons = m_window->buttons(u"Quillmere.Chat"_s);
+    ASSERT_EQ(buttons.size(), 1);
+    buttons.first()->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto pressed : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return})
+        key(pressed);
+    EXPECT_TRUE(eventually([&] { return m_store->destination() == u"chat"_s; }));
+}
+
 TEST_F(KeyboardTest, TheArrowKeysGoThroughTheSidebar) {
     ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
     QStringList names{name()};

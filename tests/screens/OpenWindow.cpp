@@ -98,6 +98,6 @@ bool OpenWindow::press(const QString &name) const {
     auto *action = QAccessible::queryAccessibleInterface(found.first())->actionInterface();
     if (!action)
         return false;
-    action->doAction(QAccessibleActionInterface::pressAction());
+    action->doAction(action->actionNames().value(0));
     return true;
 }

@@ -29,7 +29,8 @@ public:
     /// The visible items of a QML type such as "ArchiveRow".
     QList<QQuickItem *> ofType(const QString &type) const;
 
-    /// Presses the button of this name as an assistive technology does.
+    /// Presses the button of this name as an assistive technology does: by the first of its
+    /// actions.
     bool press(const QString &name) const;
 
 private:
