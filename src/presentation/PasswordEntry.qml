@@ -19,7 +19,8 @@ FocusScope {
         input.clear();
     }
 
-    implicitHeight: input.implicitHeight + 26
+    // Of the font: the dots, which another font has to lend, are higher.
+    implicitHeight: Math.ceil(metrics.height) + 26
     activeFocusOnTab: true
     Accessible.role: Accessible.EditableText
     Accessible.passwordEdit: true
@@ -28,6 +29,12 @@ FocusScope {
     // Of a password field the toolkit tells no name.
     Accessible.name: title
     Accessible.description: title
+
+    FontMetrics {
+        id: metrics
+
+        font: entry.font
+    }
 
     Rectangle {
         anchors.fill: parent

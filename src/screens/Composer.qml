@@ -78,6 +78,8 @@ Rectangle {
                 id: field
 
                 Layout.fillWidth: true
+                // Its words stand under the line above.
+                Layout.leftMargin: -4
                 model: prompt
             }
 

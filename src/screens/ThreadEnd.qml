@@ -38,6 +38,7 @@ ColumnLayout {
         }
 
         QuietButton {
+            Layout.rightMargin: -rightPadding
             text: end.store.words.text("stop")
             ink: Ink.paper
             onClicked: end.stopped()

@@ -51,6 +51,8 @@ FocusScope {
             }
 
             TextEdit {
+                id: body
+
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 readOnly: true
@@ -64,6 +66,11 @@ FocusScope {
                 selectionColor: Ink.flagship
                 selectedTextColor: Ink.paperInk
                 Accessible.ignored: true
+
+                LineSpacing {
+                    document: body.textDocument
+                    extra: 3
+                }
 
                 // The text can be selected with the mouse, and is still part of the button.
                 TapHandler {
