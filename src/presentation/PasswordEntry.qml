@@ -19,7 +19,7 @@ FocusScope {
         input.clear();
     }
 
-    // Of the font: the dots, which another font has to lend, are higher.
+    // Of the font, whatever stands in it.
     implicitHeight: Math.ceil(metrics.height) + 26
     activeFocusOnTab: true
     Accessible.role: Accessible.EditableText
@@ -47,11 +47,14 @@ FocusScope {
         id: input
 
         anchors.fill: parent
-        anchors.margins: 13
+        anchors.leftMargin: 13
+        anchors.rightMargin: 13
         focus: true
         selectByMouse: true
         clip: true
         echoMode: TextInput.Password
+        // The toolkit's own dot is in no font of ours, and is as high as a letter.
+        passwordCharacter: "•"
         inputMethodHints: Qt.ImhSensitiveData
         verticalAlignment: TextInput.AlignVCenter
         font: entry.font
