@@ -119,13 +119,11 @@ TEST_F(KeptWindow, TheWallStaysAtItsTopWhenItsHeaderGrows) {
     store.beginRefreshWall();
     ASSERT_TRUE(eventually([&] { return system.transport.waiting(wall) > 0; }));
     system.transport.fail(wall, URLError::Code::notConnectedToInternet);
-    ASSERT_TRUE(eventually([&] { return header->height() > height && isAtTop(); }))
-        << header->y();
+    ASSERT_TRUE(eventually([&] { return header->height() > height && isAtTop(); })) << header->y();
 
     const auto offline = header->height();
     store.beginRefreshWall();
     ASSERT_TRUE(eventually([&] { return system.transport.waiting(wall) > 0; }));
     system.transport.answer(wall, 500, "{}");
-    EXPECT_TRUE(eventually([&] { return header->height() > offline && isAtTop(); }))
-        << header->y();
+    EXPECT_TRUE(eventually([&] { return header->height() > offline && isAtTop(); })) << header->y();
 }
