@@ -46,6 +46,7 @@ AnswerDocument::AnswerDocument(QObject *parent) : QObject(parent) {
 void AnswerDocument::setDocument(QQuickTextDocument *document) {
     m_document = document;
     document->textDocument()->setUndoRedoEnabled(false);
+    spread();
     showAgain();
 }
 
@@ -67,6 +68,25 @@ void AnswerDocument::setSize(qreal size) {
     m_size = size;
     showAgain();
     Q_EMIT sizeChanged();
+}
+
+void AnswerDocument::setLeading(qreal leading) {
+    if (m_leading == leading)
+        return;
+    m_leading = leading;
+    spread();
+    Q_EMIT leadingChanged();
+}
+
+/// A paragraph that is put in takes this from the one before it.
+void AnswerDocument::spread() {
+    if (!m_document)
+        return;
+    QTextBlockFormat format;
+    format.setLineHeight(m_leading, QTextBlockFormat::LineDistanceHeight);
+    QTextCursor cursor(m_document->textDocument());
+    cursor.select(QTextCursor::Document);
+    cursor.mergeBlockFormat(format);
 }
 
 void AnswerDocument::showAgain() {

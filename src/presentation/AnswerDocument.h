@@ -17,6 +17,7 @@ class AnswerDocument : public QObject {
     Q_PROPERTY(QQuickTextDocument *document READ document WRITE setDocument REQUIRED FINAL)
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged FINAL)
     Q_PROPERTY(qreal size READ size WRITE setSize NOTIFY sizeChanged FINAL)
+    Q_PROPERTY(qreal leading READ leading WRITE setLeading NOTIFY leadingChanged FINAL)
 
 public:
     explicit AnswerDocument(QObject *parent = nullptr);
@@ -31,11 +32,17 @@ public:
     qreal size() const { return m_size; }
     void setSize(qreal size);
 
+    /// Extra distance between lines, in points.
+    qreal leading() const { return m_leading; }
+    void setLeading(qreal leading);
+
 Q_SIGNALS:
     void textChanged();
     void sizeChanged();
+    void leadingChanged();
 
 private:
+    void spread();
     void showAgain();
     void show();
     void replaceUnsettled(const QList<StyledRun> &runs);
@@ -44,6 +51,7 @@ private:
     QPointer<QQuickTextDocument> m_document;
     QString m_text;
     qreal m_size = 17;
+    qreal m_leading = 0;
 
     /// Before this place of the text nothing can look different, however the text grows.
     qsizetype m_settledText = 0;

@@ -19,7 +19,8 @@ FocusScope {
         input.clear();
     }
 
-    implicitHeight: input.implicitHeight + 26
+    // Of the font, whatever stands in it.
+    implicitHeight: Math.ceil(metrics.height) + 26
     activeFocusOnTab: true
     Accessible.role: Accessible.EditableText
     Accessible.passwordEdit: true
@@ -28,6 +29,12 @@ FocusScope {
     // Of a password field the toolkit tells no name.
     Accessible.name: title
     Accessible.description: title
+
+    FontMetrics {
+        id: metrics
+
+        font: entry.font
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -40,11 +47,14 @@ FocusScope {
         id: input
 
         anchors.fill: parent
-        anchors.margins: 13
+        anchors.leftMargin: 13
+        anchors.rightMargin: 13
         focus: true
         selectByMouse: true
         clip: true
         echoMode: TextInput.Password
+        // The toolkit's own dot is in no font of ours, and is as high as a letter.
+        passwordCharacter: "•"
         inputMethodHints: Qt.ImhSensitiveData
         verticalAlignment: TextInput.AlignVCenter
         font: entry.font

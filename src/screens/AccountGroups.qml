@@ -49,6 +49,7 @@ ColumnLayout {
         }
 
         LinkButton {
+            Layout.rightMargin: -rightPadding
             visible: groups.store.account.apple
             text: groups.store.words.text("deleteAccount") + " ↗"
             onClicked: groups.store.openAddress(groups.model.accountPage)

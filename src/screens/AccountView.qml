@@ -98,6 +98,8 @@ ScrollPage {
             spacing: 8
 
             LinkButton {
+                // Its words stand under the others.
+                Layout.leftMargin: -leftPadding
                 text: view.store.words.text("privacy")
                 color: Ink.mute
                 onClicked: view.store.openAddress(model.privacy)

@@ -19,6 +19,7 @@ ThreadText {
         document: answer.textDocument
         text: answer.content
         size: 20
+        leading: 5
     }
 
     HoverHandler {

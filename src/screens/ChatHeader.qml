@@ -79,6 +79,7 @@ ColumnLayout {
     // follows it.
     Item {
         Layout.fillWidth: true
+        Layout.leftMargin: -pills.leftMargin
         // Room for the focus frame of a pill, and for the scroll bar if there is more than fits.
         implicitHeight: pills.contentItem.childrenRect.height + (pills.contentWidth > width ? 12 : 4)
         visible: !header.started

@@ -72,6 +72,7 @@ Column {
         }
 
         QuietButton {
+            Layout.rightMargin: -rightPadding
             symbol: "arrow.2.squarepath"
             text: opener.store.words.text("askShuffle")
             onClicked: examples.shuffle()

@@ -71,6 +71,7 @@ PlainButton {
             text: card.reason
             wrapMode: Text.Wrap
             font: Fonts.face.reading(16)
+            leading: 3
             color: Ink.paperMute
             Accessible.ignored: true
         }

@@ -21,7 +21,7 @@ Rectangle {
     implicitHeight: (store.signedIn ? form.implicitHeight : invitation.implicitHeight) + 28
     radius: 14
     color: Ink.paper2
-    border.color: field.activeFocus ? Ink.mute : Ink.lineStrong
+    border.color: field.typing ? Ink.brand : Ink.lineStrong
 
     PromptModel {
         id: prompt
@@ -78,6 +78,8 @@ Rectangle {
                 id: field
 
                 Layout.fillWidth: true
+                // Its words stand under the line above.
+                Layout.leftMargin: -4
                 model: prompt
             }
 

@@ -37,10 +37,11 @@ T.AbstractButton {
             Accessible.ignored: true
         }
 
-        TextLabel {
+        // In the system's letters, which are near to those of the other side.
+        Text {
             anchors.verticalCenter: parent.verticalCenter
             text: button.text
-            font: Fonts.face.field(16)
+            font.pixelSize: 16
             color: "#1F1F1F"
             Accessible.ignored: true
         }

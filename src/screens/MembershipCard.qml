@@ -28,6 +28,8 @@ Card {
             }
 
             TextLabel {
+                id: plan
+
                 width: parent.width
                 text: card.model.pro ? "Pro" : card.store.words.text("acctPlanFree")
                 font: Fonts.face.archivo(43, 800, 62)
@@ -106,10 +108,18 @@ Card {
                 words: card.store.words.text("freeTitle")
             }
 
-            TextLabel {
+            // As high as the plan, whose letters another font may have to lend.
+            Item {
                 width: parent.width
-                text: card.store.words.number(card.store.health.total)
-                font: Fonts.face.archivo(43, 800, 62)
+                height: Math.max(plan.height, total.y + total.height)
+
+                TextLabel {
+                    id: total
+
+                    y: Math.max(0, plan.baselineOffset - baselineOffset)
+                    text: card.store.words.number(card.store.health.total)
+                    font: Fonts.face.archivo(43, 800, 62)
+                }
             }
 
             TextLabel {

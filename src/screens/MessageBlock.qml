@@ -50,6 +50,7 @@ ColumnLayout {
 
             readonly property string help: block.store.words.text("copy")
 
+            Layout.rightMargin: -padding
             visible: block.content !== ""
             padding: 8
             Accessible.name: help

@@ -44,7 +44,7 @@ ListView {
     model: store.messages
     spacing: 28
     topMargin: 28
-    bottomMargin: end.height + 28
+    bottomMargin: end.airAbove + end.height + 28
     cacheBuffer: 800
     boundsBehavior: Flickable.StopAtBounds
     clip: true
@@ -81,9 +81,11 @@ ListView {
     Column {
         id: end
 
+        readonly property real airAbove: thread.messageCount > 0 ? thread.spacing : 0
+
         parent: thread.contentItem
         x: thread.inset
-        y: thread.originY + thread.contentHeight + (thread.messageCount > 0 ? thread.spacing : 0)
+        y: thread.originY + thread.contentHeight + airAbove
         width: thread.textWidth
         spacing: 28
 

@@ -108,6 +108,7 @@ Sheet {
             text: editor.label("authPasswordRules")
             wrapMode: Text.Wrap
             font: Fonts.face.reading(17)
+            leading: 3
             color: Ink.dim
         }
 
@@ -125,6 +126,7 @@ Sheet {
             text: model.error
             wrapMode: Text.Wrap
             font: Fonts.face.reading(17)
+            leading: 3
             color: Ink.failure
             Accessible.role: Accessible.AlertMessage
         }

@@ -11,8 +11,8 @@ class ProfileEditorModel : public QObject {
     QML_ELEMENT
     Q_PROPERTY(AppStore *store READ store WRITE setStore REQUIRED FINAL)
     /// "rename", "email", "password" or "delete".
-    Q_PROPERTY(QString action MEMBER m_action REQUIRED FINAL)
-    Q_PROPERTY(QString titleKey READ titleKey CONSTANT FINAL)
+    Q_PROPERTY(QString action MEMBER m_action NOTIFY actionChanged REQUIRED FINAL)
+    Q_PROPERTY(QString titleKey READ titleKey NOTIFY actionChanged FINAL)
     Q_PROPERTY(bool busy READ isBusy NOTIFY changed FINAL)
     Q_PROPERTY(QString error READ error NOTIFY changed FINAL)
 
@@ -34,6 +34,7 @@ public:
     QJsonObject body(const QString &value, const QString &old) const;
 
 Q_SIGNALS:
+    void actionChanged();
     void changed();
     void succeeded();
 

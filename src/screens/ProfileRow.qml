@@ -53,6 +53,7 @@ Item {
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.right: parent.right
+        anchors.rightMargin: -rightPadding
         text: row.change
         onClicked: row.wanted()
     }

@@ -11,6 +11,7 @@ Flickable {
 
     required property PromptModel model
     readonly property real line: metrics.lineSpacing
+    readonly property bool typing: field.activeFocus
 
     // Can be taken back, unlike a new text.
     function put(words: string) {

@@ -145,6 +145,7 @@ Card {
             text: signInModel.error
             wrapMode: Text.Wrap
             font: Fonts.face.reading(17)
+            leading: 3
             color: Ink.failure
             Accessible.role: Accessible.AlertMessage
         }

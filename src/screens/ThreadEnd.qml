@@ -38,6 +38,7 @@ ColumnLayout {
         }
 
         QuietButton {
+            Layout.rightMargin: -rightPadding
             text: end.store.words.text("stop")
             ink: Ink.paper
             onClicked: end.stopped()
@@ -50,10 +51,17 @@ ColumnLayout {
         spacing: 14
 
         ThreadText {
+            id: failure
+
             Layout.fillWidth: true
             text: end.store.chatError
             font: Fonts.face.reading(Fonts.body)
             color: Ink.failure
+
+            LineSpacing {
+                document: failure.textDocument
+                extra: 3
+            }
         }
 
         BrandButton {

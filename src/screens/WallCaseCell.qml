@@ -50,20 +50,10 @@ FocusScope {
                 Accessible.ignored: true
             }
 
-            TextEdit {
+            WallCaseText {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                readOnly: true
-                selectByMouse: true
-                activeFocusOnTab: false
                 text: cell.body
-                textFormat: TextEdit.PlainText
-                wrapMode: TextEdit.Wrap
-                font: Fonts.face.reading(18)
-                color: Ink.paperInk
-                selectionColor: Ink.flagship
-                selectedTextColor: Ink.paperInk
-                Accessible.ignored: true
 
                 // The text can be selected with the mouse, and is still part of the button.
                 TapHandler {

@@ -25,9 +25,11 @@ FocusScope {
     PlainButton {
         id: content
 
-        width: row.width - remove.width - 12
+        // Its ground reaches out, so that its words stand under the others.
+        x: -leftPadding
+        width: row.width - remove.width - 12 + leftPadding
         padding: 10
-        leftPadding: 0
+        leftPadding: 14
         enabled: row.resumable
         focus: row.resumable
         focusPolicy: row.reached ? Qt.StrongFocus : Qt.ClickFocus

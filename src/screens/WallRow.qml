@@ -81,7 +81,8 @@ FocusScope {
                 delegate: WallCaseCell {
                     required property int index
 
-                    Layout.preferredWidth: (row.columnWidth + 18) / row.wall.columns - 18
+                    // Whole, since the layout would round it up and reach beyond the column.
+                    Layout.preferredWidth: Math.floor((row.columnWidth + 18) / row.wall.columns - 18)
                     Layout.fillHeight: true
                     focus: index === 0
                     store: row.store

@@ -39,10 +39,6 @@ Item {
             if (activeFocus)
                 list.goToTop();
         }
-        onHeightChanged: {
-            if (list.contentY <= list.originY)
-                list.goToTop();
-        }
         onPassed: {
             list.currentIndex = Math.max(0, list.currentIndex);
             if (list.currentItem)
@@ -53,14 +49,18 @@ Item {
     ListView {
         id: list
 
-        // The margin is not yet that of a header which has just become higher.
         function goToTop() {
-            contentY = originY - header.height;
+            contentY = originY - topMargin;
         }
 
         anchors.fill: parent
         topMargin: header.height
         bottomMargin: footer.height
+        // A header that has become higher is still seen from its beginning.
+        onTopMarginChanged: {
+            if (contentY <= originY)
+                goToTop();
+        }
         model: model.rows
         boundsBehavior: Flickable.StopAtBounds
         clip: true

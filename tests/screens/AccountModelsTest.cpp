@@ -82,7 +82,9 @@ TEST_F(AccountModels, eachChangeOfTheProfileHasItsForm) {
              Row{u"else"_s, u"acctProfile"_s, {{u"action"_s, u"else"_s}, {u"password"_s, u"v"_s}}},
          }) {
         ProfileEditorModel model;
+        QSignalSpy told(&model, &ProfileEditorModel::actionChanged);
         model.setProperty("action", row.action);
+        EXPECT_EQ(told.count(), 1) << "a sheet may have read the title before";
         EXPECT_EQ(model.titleKey(), row.titleKey);
         EXPECT_EQ(model.body(u"v"_s, u"o"_s), row.body);
     }

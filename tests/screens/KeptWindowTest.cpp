@@ -1,4 +1,5 @@
 #include "copy/Copy.h"
+#include "records/Json.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/store/StoreTest.h"
 
@@ -90,4 +91,39 @@ TEST_F(KeptWindow, TheKeyboardRenamesAndDeletesAndComesBackToItsRow) {
     EXPECT_TRUE(eventually([&] { return store.library().conversations.size() == 2; }));
     EXPECT_TRUE(eventually([&] { return m_window->ofType(u"ConversationRow"_s).size() == 2; }));
     EXPECT_EQ(store.destination(), u"history"_s);
+}
+
+TEST_F(KeptWindow, TheWallStaysAtItsTopWhenItsHeaderGrows) {
+    const auto wall = u"/v1/wall"_s;
+    store.setLanguage(AppLanguage::ja);
+    Account account;
+    account.user.id = u"user"_s;
+    StoreAccess::setAccount(store, account);
+    QList<WallItem> items;
+    for (int at = 0; at < 9; ++at) {
+        WallItem item;
+        item.id = QString::number(at);
+        item.kind = at < 3 ? u"chat"_s : u"save"_s;
+        item.title = u"One"_s;
+        items.append(item);
+    }
+    system.transport.always(wall, HttpResponse{200, Json::encode(Items<WallItem>{items})});
+    store.setDestination(u"wall"_s);
+    ASSERT_TRUE(eventually([&] { return m_window->ofType(u"WallRow"_s).size() > 3; }));
+    auto *header = m_window->ofType(u"WallHeader"_s).first();
+    const auto isAtTop = [header] { return header->height() > 0 && header->y() == 0; };
+    ASSERT_TRUE(eventually(isAtTop));
+
+    const auto height = header->height();
+    system.transport.always(wall, std::nullopt);
+    store.beginRefreshWall();
+    ASSERT_TRUE(eventually([&] { return system.transport.waiting(wall) > 0; }));
+    system.transport.fail(wall, URLError::Code::notConnectedToInternet);
+    ASSERT_TRUE(eventually([&] { return header->height() > height && isAtTop(); })) << header->y();
+
+    const auto offline = header->height();
+    store.beginRefreshWall();
+    ASSERT_TRUE(eventually([&] { return system.transport.waiting(wall) > 0; }));
+    system.transport.answer(wall, 500, "{}");
+    EXPECT_TRUE(eventually([&] { return header->height() > offline && isAtTop(); })) << header->y();
 }
