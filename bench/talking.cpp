@@ -7,6 +7,7 @@
 #include <QEventLoop>
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <cstdlib>
@@ -74,6 +75,16 @@ public:
         settleEventLoop();
     }
 
+    /// The last message of the conversation is in sight.
+    bool showsEnd() {
+        const auto texts = m_window->ofType(u"AnswerText"_s);
+        return std::any_of(texts.begin(), texts.end(), [this](QQuickItem *text) {
+            const auto place = text->mapRectToScene(text->boundingRect());
+            return text->property("content") == m_store->chat().messages.last().content &&
+                   place.top() >= 0 && place.bottom() <= m_window->window()->height();
+        });
+    }
+
     /// Seconds of work from a change to the first frame in which it is seen.
     double untilSeen(const std::function<void()> &change, const std::function<bool()> &seen) {
         qint64 time = 0;
@@ -127,8 +138,8 @@ int main(int argc, char **argv) {
     };
     measure("open/200 messages", [&] {
         begin({longTalk});
-        const auto texts = [&] { return !program->window().ofType(u"AnswerText"_s).isEmpty(); };
-        return program->untilSeen([&] { program->store().openChat(longTalk); }, texts);
+        return program->untilSeen([&] { program->store().openChat(longTalk); },
+                                  [&] { return program->showsEnd(); });
     });
 
     QList<Conversation> many;
