@@ -183,9 +183,11 @@ int main(int argc, char **argv) {
         reading->open(1);
         letGo();
         application.takeLongest();
+        const auto before = TimedApplication::worked();
         reading->program().store().setReadingSize(20);
+        const auto call = static_cast<double>(TimedApplication::worked() - before) / 1e9;
         letGo();
-        return application.takeLongest();
+        return std::max(call, application.takeLongest());
     };
     measureItself("size/paragraphs of 600 characters", [&] {
         begin(*cut);
