@@ -22,19 +22,25 @@ void sendSteadily(QTcpSocket *socket, QByteArray bytes) {
 
 } // namespace
 
-FixedService::FixedService(const QByteArray &body, Pace pace)
+FixedService::FixedService(const QByteArray &body, Pace pace, const QByteArray &path)
     : m_reply("HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
               QByteArray::number(body.size()) + "\r\n\r\n" + body) {
     auto *server = new QTcpServer;
     server->listen(QHostAddress::LocalHost);
     m_port = server->serverPort();
-    QObject::connect(server, &QTcpServer::newConnection, server, [this, server, pace] {
+    QObject::connect(server, &QTcpServer::newConnection, server, [this, server, pace, path] {
         auto *socket = server->nextPendingConnection();
         QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket, pace] {
-            // The body is the last line of a request and ends with a brace.
-            if (!socket->readAll().endsWith('}'))
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket, pace, path] {
+            const auto request = socket->readAll();
+            if (path.isEmpty()) {
+                // The body is the last line of a request and ends with a brace.
+                if (!request.endsWith('}'))
+                    return;
+            } else if (!request.startsWith("GET " + path)) {
+                socket->disconnectFromHost();
                 return;
+            }
             if (pace == Pace::steady) {
                 sendSteadily(socket, m_reply);
                 return;

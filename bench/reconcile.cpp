@@ -1,21 +1,13 @@
 #include "bench/FixedService.h"
 #include "bench/Measure.h"
 #include "bench/SampleRecords.h"
+#include "bench/SignedInStore.h"
 #include "bench/TimedApplication.h"
-#include "platform/QtTransport.h"
-#include "platform/SystemClock.h"
 #include "platform/SystemFiles.h"
 #include "records/Json.h"
 #include "screens/HistoryModel.h"
 #include "storage/LibraryDisk.h"
 #include "sync/LibrarySync.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/FixedAppearance.h"
-#include "tests/support/FixedRandom.h"
-#include "tests/support/MemoryCredentials.h"
-#include "tests/support/MemoryPreferences.h"
-#include "tests/support/RecordingBrowser.h"
-#include "tests/support/RecordingBrowserSession.h"
 
 #include <QEventLoop>
 #include <QFile>
@@ -82,16 +74,10 @@ void buildMaps(const LibraryReply &reply) {
 /// A signed-in program with the list of its history, on a real disk and a real connection.
 class Program final {
 public:
-    explicit Program(const QString &server) {
-        m_preferences.setValue(QStringLiteral("server"), server);
-        m_store = std::make_unique<AppStore>(Platform{m_transport, m_preferences, m_clock,
-                                                      m_browser, m_appearance, m_files,
-                                                      m_credentials, m_random, m_browserSession});
-        StoreAccess::setAccount(*m_store, QStringLiteral("user"));
-        m_store->loadLibrary();
-        m_history.setProperty("store", QVariant::fromValue(m_store.get()));
+    explicit Program(const QString &server) : m_store(server) {
+        m_history.setProperty("store", QVariant::fromValue(&*m_store));
         m_history.componentComplete();
-        QObject::connect(m_store.get(), &AppStore::syncingChanged, &m_loop, [this] {
+        QObject::connect(&*m_store, &AppStore::syncingChanged, &m_loop, [this] {
             if (!m_store->isSyncing())
                 m_loop.quit();
         });
@@ -108,24 +94,15 @@ public:
 
     /// As on a machine that the account is new to.
     void forget() {
-        QFile::remove(LibraryDisk::file(m_files, m_store->libraryKey()));
+        QFile::remove(LibraryDisk::file(m_store.files(), m_store->libraryKey()));
         m_store->loadLibrary();
     }
 
     const LocalLibrary &library() const { return m_store->library(); }
 
 private:
-    QtTransport m_transport;
-    MemoryPreferences m_preferences;
-    SystemClock m_clock;
-    RecordingBrowser m_browser;
-    FixedAppearance m_appearance;
-    SystemFiles m_files;
-    MemoryCredentials m_credentials;
-    FixedRandom m_random;
-    RecordingBrowserSession m_browserSession;
+    SignedInStore<SystemFiles> m_store;
     QEventLoop m_loop;
-    std::unique_ptr<AppStore> m_store;
     HistoryModel m_history;
 };
 

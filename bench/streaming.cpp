@@ -1,19 +1,11 @@
 #include "bench/FixedService.h"
 #include "bench/Measure.h"
+#include "bench/SignedInStore.h"
 #include "bench/TimedApplication.h"
-#include "platform/QtTransport.h"
-#include "platform/SystemClock.h"
 #include "presentation/AnswerDocument.h"
 #include "records/Json.h"
 #include "service/LineReader.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/FixedAppearance.h"
-#include "tests/support/FixedRandom.h"
-#include "tests/support/MemoryCredentials.h"
 #include "tests/support/MemoryFiles.h"
-#include "tests/support/MemoryPreferences.h"
-#include "tests/support/RecordingBrowser.h"
-#include "tests/support/RecordingBrowserSession.h"
 
 #include <QEventLoop>
 #include <QNetworkAccessManager>
@@ -52,14 +44,8 @@ struct Answer {
 /// shows the last message.
 class Program final {
 public:
-    explicit Program(const QString &server) {
-        m_preferences.setValue(QStringLiteral("server"), server);
-        m_store = std::make_unique<AppStore>(Platform{m_transport, m_preferences, m_clock,
-                                                      m_browser, m_appearance, m_files,
-                                                      m_credentials, m_random, m_browserSession});
-        StoreAccess::setAccount(*m_store, QStringLiteral("user"));
-        m_store->loadLibrary();
-        QObject::connect(m_store.get(), &AppStore::chattingChanged, &m_loop, [this] {
+    explicit Program(const QString &server) : m_store(server) {
+        QObject::connect(&*m_store, &AppStore::chattingChanged, &m_loop, [this] {
             if (!m_store->isChatting())
                 m_loop.quit();
         });
@@ -96,20 +82,11 @@ public:
     QString shown() const { return m_answer.document()->textDocument()->toPlainText(); }
 
 private:
-    QtTransport m_transport;
-    MemoryPreferences m_preferences;
-    SystemClock m_clock;
-    RecordingBrowser m_browser;
-    FixedAppearance m_appearance;
-    MemoryFiles m_files;
-    MemoryCredentials m_credentials;
-    FixedRandom m_random;
-    RecordingBrowserSession m_browserSession;
+    SignedInStore<MemoryFiles> m_store;
     QEventLoop m_loop;
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_edit;
     AnswerDocument m_answer;
-    std::unique_ptr<AppStore> m_store;
 };
 
 /// The reference: the whole reply at once, over the toolkit alone, and a plain loop over its lines.

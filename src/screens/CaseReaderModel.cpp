@@ -101,11 +101,18 @@ void CaseReaderModel::fillLists() {
     if (!m_entry)
         return;
     QList<ReaderSection> sections;
+    qsizetype length = 0;
+    qsizetype first = 0;
     for (const auto &section : std::as_const(m_entry->sections)) {
         const int number = static_cast<int>(sections.size()) + 1;
         sections.append({number, sectionLabel(section.title), ReaderText::pieces(section.body)});
+        if (length < ReaderText::viewful)
+            first = sections.size();
+        length += section.body.size();
     }
     m_sections.setItems(sections);
+    m_firstSections.setItems(sections.first(first));
+    m_laterSections.setItems(sections.sliced(first));
 
     auto sources = m_entry->sources;
     sources.removeIf([](const CaseEntry::Source &source) { return !webURL(source.url); });

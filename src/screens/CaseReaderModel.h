@@ -30,6 +30,8 @@ class CaseReaderModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString tradeOut READ tradeOut NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString relevance READ relevance NOTIFY entryChanged FINAL)
     Q_PROPERTY(QAbstractListModel *sections READ sections CONSTANT FINAL)
+    Q_PROPERTY(QAbstractListModel *firstSections READ firstSections CONSTANT FINAL)
+    Q_PROPERTY(QAbstractListModel *laterSections READ laterSections CONSTANT FINAL)
     Q_PROPERTY(bool hasSections READ hasSections NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString heroAddress READ heroAddress NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString heroLabel READ heroLabel NOTIFY entryChanged FINAL)
@@ -63,6 +65,9 @@ public:
     }
 
     QAbstractListModel *sections() { return &m_sections; }
+    /// As many of them as fill a view, and the others.
+    QAbstractListModel *firstSections() { return &m_firstSections; }
+    QAbstractListModel *laterSections() { return &m_laterSections; }
     bool hasSections() const { return !m_sections.items().isEmpty(); }
     /// Empty without accompanying material that may be opened.
     QString heroAddress() const;
@@ -117,6 +122,8 @@ private:
     bool m_offline = false;
     bool m_failed = false;
     ReaderSectionModel m_sections;
+    ReaderSectionModel m_firstSections;
+    ReaderSectionModel m_laterSections;
     SourceModel m_sources;
     CaseCardModel m_related;
     LatestTask m_loading;

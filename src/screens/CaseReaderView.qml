@@ -26,6 +26,13 @@ FocusScope {
         selection.follow();
     }
 
+    function goToSection(index: int) {
+        const further = rest.item as ReaderRest;
+        const section = (body.item as ReaderBody).sectionAt(index) ?? further?.sectionAt(index);
+        if (section)
+            scroll.glideTo(section.mapToItem(scroll.contentItem, 0, 0).y);
+    }
+
     function openRelated(card: caseCard) {
         sheet.setSource("CaseSheet.qml", {
             store: reader.store,
@@ -143,11 +150,12 @@ FocusScope {
                 selection: words
             }
 
+            // Made piece by piece between two frames, so that a long case never holds the window, and
+            // first what is seen first.
             Loader {
-                id: rest
+                id: body
 
                 width: parent.width
-                // Made piece by piece between two frames, so that a long case never holds the window.
                 asynchronous: true
                 visible: status === Loader.Ready
                 Component.onCompleted: setSource("ReaderBody.qml", {
@@ -159,10 +167,25 @@ FocusScope {
                 active: reading.loaded
             }
 
+            Loader {
+                id: rest
+
+                width: parent.width
+                asynchronous: true
+                visible: status === Loader.Ready
+                Component.onCompleted: setSource("ReaderRest.qml", {
+                    store: reader.store,
+                    model: reading,
+                    selection: words,
+                    sizing: sizing
+                })
+                active: body.status === Loader.Ready
+            }
+
             Item {
                 width: parent.width
                 height: Math.max(120, scroll.height - y - 2 * reader.side)
-                visible: rest.status !== Loader.Ready && patience.over
+                visible: body.status !== Loader.Ready && patience.over
 
                 Spinner {
                     anchors.centerIn: parent
@@ -268,12 +291,17 @@ FocusScope {
     }
 
     Connections {
-        target: rest.item
+        target: body.item
         ignoreUnknownSignals: true
 
-        function onSectionChosen(section: Item) {
-            scroll.glideTo(section.mapToItem(scroll.contentItem, 0, 0).y);
+        function onSectionChosen(index: int) {
+            reader.goToSection(index);
         }
+    }
+
+    Connections {
+        target: rest.item
+        ignoreUnknownSignals: true
 
         function onRelatedChosen(card: caseCard) {
             reader.openRelated(card);

@@ -33,7 +33,7 @@ void HistoryModel::setQuery(const QString &query) {
         return;
     const auto found = matches();
     if (found != m_conversations.items())
-        m_conversations.replaceItems(found);
+        m_conversations.rewriteItems(found);
     tellEmpty();
 }
 

@@ -6,7 +6,7 @@ import Quillmere.Presentation
 import Quillmere.Screens
 
 // One message of the conversation, with the cases that it cites.
-ColumnLayout {
+Column {
     id: block
 
     required property AppStore store
@@ -36,7 +36,7 @@ ColumnLayout {
     }
 
     RowLayout {
-        Layout.fillWidth: true
+        width: block.width
 
         Eyebrow {
             Layout.fillWidth: true
@@ -73,7 +73,7 @@ ColumnLayout {
         model: block.asked && block.content !== "" ? 1 : 0
 
         delegate: ThreadText {
-            Layout.fillWidth: true
+            width: block.width
             text: block.content
             font: Fonts.face.archivo(26, 650, 90)
         }
@@ -83,30 +83,37 @@ ColumnLayout {
         model: block.asked || block.content === "" ? 0 : 1
 
         delegate: AnswerText {
-            Layout.fillWidth: true
+            width: block.width
             content: block.content
             growing: block.growing
             onLinkActivated: link => block.store.openAddress(link)
         }
     }
 
-    GridLayout {
-        Layout.fillWidth: true
-        Layout.topMargin: 6
+    Item {
+        width: block.width
+        height: grid.height + 6
         visible: citations.count > 0
-        columns: block.columns
-        columnSpacing: 14
-        rowSpacing: 14
 
-        Repeater {
-            model: citations.cards
+        GridLayout {
+            id: grid
 
-            delegate: CitationCard {
-                Layout.preferredWidth: (block.width - 14 * (block.columns - 1)) / block.columns
-                Layout.fillHeight: true
-                Layout.alignment: Qt.AlignTop
-                store: block.store
-                onClicked: block.chosen(cited)
+            y: 6
+            width: parent.width
+            columns: block.columns
+            columnSpacing: 14
+            rowSpacing: 14
+
+            Repeater {
+                model: citations.cards
+
+                delegate: CitationCard {
+                    Layout.preferredWidth: (block.width - 14 * (block.columns - 1)) / block.columns
+                    Layout.fillHeight: true
+                    Layout.alignment: Qt.AlignTop
+                    store: block.store
+                    onClicked: block.chosen(cited)
+                }
             }
         }
     }

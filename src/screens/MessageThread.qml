@@ -5,8 +5,8 @@ import QtQuick.Templates as T
 import Quillmere.Presentation
 import Quillmere.Screens
 
-// The messages, or the opener where there are none yet. Only those in sight exist. A growing answer
-// leaves the page where it is; a new message moves it to the end.
+// The messages, or the opener where there are none yet. Only those in sight exist. A conversation is
+// opened at its end. A growing answer leaves the page where it is; a new message moves it to the end.
 ListView {
     id: thread
 
@@ -15,6 +15,8 @@ ListView {
     required property real inset
     required property real textWidth
     readonly property int messageCount: store.messageCount
+    // Until the conversation has been seen.
+    property bool opening: true
 
     signal chosen(card: caseCard)
     signal picked(question: string)
@@ -27,6 +29,16 @@ ListView {
     function turn(pages: real) {
         scrolling.stop();
         contentY = Math.max(originY - topMargin, Math.min(contentY + pages * 0.9 * height, lowest()));
+    }
+
+    function goToEnd() {
+        positionViewAtEnd();
+        contentY = lowest();
+    }
+
+    function keepEndWhileOpening() {
+        if (opening && height > 0)
+            goToEnd();
     }
 
     // The heights of messages out of sight are guesses, so the last stretch is what is animated.
@@ -45,10 +57,17 @@ ListView {
     spacing: 28
     topMargin: 28
     bottomMargin: end.airAbove + end.height + 28
-    cacheBuffer: 800
+    cacheBuffer: opening ? 0 : 800
+    // No message is a current one, which would be made however far away it is.
+    currentIndex: -1
     boundsBehavior: Flickable.StopAtBounds
     clip: true
-    onMessageCountChanged: arrived.restart()
+    onHeightChanged: keepEndWhileOpening()
+    onBottomMarginChanged: keepEndWhileOpening()
+    onMessageCountChanged: {
+        if (!opening)
+            arrived.restart();
+    }
 
     delegate: MessageBlock {
         x: thread.inset
@@ -72,9 +91,14 @@ ListView {
         property: "contentY"
         duration: 200
         easing.type: Easing.OutCubic
-        onFinished: {
-            thread.positionViewAtEnd();
-            thread.contentY = thread.lowest();
+        onFinished: thread.goToEnd()
+    }
+
+    Connections {
+        target: thread.opening ? thread.Window.window : null
+
+        function onFrameSwapped() {
+            thread.opening = false;
         }
     }
 
@@ -89,11 +113,33 @@ ListView {
         width: thread.textWidth
         spacing: 28
 
-        ChatOpener {
+        Loader {
+            id: opener
+
+            readonly property bool wanted: thread.messageCount === 0
+
+            function show() {
+                if (wanted)
+                    setSource("ChatOpener.qml", {
+                        store: thread.store
+                    });
+                else
+                    source = "";
+            }
+
             width: end.width
-            visible: thread.messageCount === 0
-            store: thread.store
-            onPicked: question => thread.picked(question)
+            visible: wanted
+            onWantedChanged: show()
+            Component.onCompleted: show()
+        }
+
+        Connections {
+            target: opener.item
+            ignoreUnknownSignals: true
+
+            function onPicked(question: string) {
+                thread.picked(question);
+            }
         }
 
         ThreadEnd {

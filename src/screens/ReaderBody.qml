@@ -4,7 +4,7 @@ import QtQuick
 import Quillmere.Presentation
 import Quillmere.Screens
 
-// The case below its header.
+// The case below its header, as much of it as fills the first view.
 Column {
     id: page
 
@@ -13,8 +13,12 @@ Column {
     required property TextSelection selection
     required property TextSizing sizing
 
-    signal sectionChosen(section: Item)
-    signal relatedChosen(card: caseCard)
+    signal sectionChosen(index: int)
+
+    // Null for one further down.
+    function sectionAt(index: int): Item {
+        return sections.itemAt(index);
+    }
 
     spacing: 28
 
@@ -50,47 +54,18 @@ Column {
         visible: page.model.hasSections
         store: page.store
         model: page.model
-        onChosen: index => page.sectionChosen(sections.itemAt(index))
+        onChosen: index => page.sectionChosen(index)
     }
 
     Repeater {
         id: sections
 
-        model: page.model.sections
+        model: page.model.firstSections
 
         delegate: ReaderSection {
             width: page.width
             selection: page.selection
             sizing: page.sizing
         }
-    }
-
-    HeroLink {
-        width: parent.width
-        visible: page.model.heroAddress !== ""
-        store: page.store
-        model: page.model
-    }
-
-    SourceList {
-        width: parent.width
-        store: page.store
-        model: page.model
-    }
-
-    RelatedCases {
-        width: parent.width
-        visible: page.model.hasRelated
-        store: page.store
-        model: page.model
-        onChosen: card => page.relatedChosen(card)
-    }
-
-    BrandButton {
-        filled: true
-        overSheet: true
-        symbol: "bubble.left.and.bubble.right"
-        text: page.store.words.text("askHead")
-        onClicked: page.model.ask()
     }
 }

@@ -2,9 +2,6 @@
 
 namespace {
 
-/// About a screenful, and a few milliseconds of work.
-constexpr qsizetype enough = 2000;
-
 const QLatin1String blankLine("\n\n");
 
 } // namespace
@@ -12,8 +9,8 @@ const QLatin1String blankLine("\n\n");
 QStringList ReaderText::pieces(const QString &text) {
     QStringList result;
     qsizetype begin = 0;
-    for (auto cut = text.indexOf(blankLine, enough); cut >= 0;
-         cut = text.indexOf(blankLine, begin + enough)) {
+    for (auto cut = text.indexOf(blankLine, viewful); cut >= 0;
+         cut = text.indexOf(blankLine, begin + viewful)) {
         result.append(text.mid(begin, cut - begin));
         begin = cut + blankLine.size();
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "screens/TextSearch.h"
+
 #include <QElapsedTimer>
 #include <QHash>
 #include <QList>
@@ -44,7 +46,7 @@ public:
         if (m_query.isEmpty() || !wanted.contains(m_query))
             m_found = allRows();
         m_query = wanted;
-        m_found.removeIf([&](qsizetype row) { return !folded(row).contains(wanted); });
+        m_found.removeIf([&](qsizetype row) { return !containsWords(folded(row), wanted); });
 
         QList<Record> result;
         result.reserve(m_found.size());

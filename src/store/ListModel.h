@@ -4,6 +4,8 @@
 #include <QList>
 #include <QSet>
 
+#include <algorithm>
+
 /// A list of records for a screen. Replacing the items reports only what differs, row by row, so
 /// that views keep their place and redraw nothing else. Rows are told apart by `identity`.
 template <class Record>
@@ -38,6 +40,26 @@ public:
         beginResetModel();
         m_items = items;
         endResetModel();
+    }
+
+    /// Replaces the list by one that has nothing to do with it, as other contents of the same rows:
+    /// views show them in what they have made for the rows, and stay where they are.
+    void rewriteItems(const QList<Record> &items) {
+        const auto before = static_cast<int>(m_items.size());
+        const auto after = static_cast<int>(items.size());
+        if (after < before) {
+            beginRemoveRows({}, after, before - 1);
+            m_items = items;
+            endRemoveRows();
+        } else if (after > before) {
+            beginInsertRows({}, before, after - 1);
+            m_items = items;
+            endInsertRows();
+        } else {
+            m_items = items;
+        }
+        if (const auto kept = std::min(before, after); kept > 0)
+            Q_EMIT dataChanged(index(0), index(kept - 1));
     }
 
     /// Adds rows at the end and reports these alone.

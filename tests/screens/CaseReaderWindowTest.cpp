@@ -55,7 +55,7 @@ protected:
         EXPECT_NE(saying("SelectableText", SampleCase::card().title), nullptr);
         answer(Endpoint::caseEntry(entry.archive, entry.id), Json::encode(entry));
         // Made piece by piece, and then laid out with the next frame.
-        ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty() && lowest() > 0; }));
+        ASSERT_TRUE(eventually([&] { return !ofType("ReaderRest").isEmpty() && lowest() > 0; }));
     }
 
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -114,7 +114,7 @@ TEST_F(CaseReaderWindowTest, TheKeyboardReadsTurnsAndGoesBackToWhereItWas) {
     EXPECT_EQ(ofType("CaseReaderView").size(), 2);
     const auto tower = SampleCase::entry(u"tower"_s);
     answer(Endpoint::caseEntry(tower.archive, tower.id), Json::encode(tower));
-    EXPECT_TRUE(eventually([&] { return ofType("ReaderBody").size() == 2; }));
+    EXPECT_TRUE(eventually([&] { return ofType("ReaderRest").size() == 2; }));
     key(Qt::Key_Escape);
     EXPECT_TRUE(eventually([&] { return ofType("CaseReaderView").size() == 1; }));
     EXPECT_EQ(focus(), rows.first());

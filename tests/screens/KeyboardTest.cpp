@@ -162,7 +162,7 @@ TEST_F(KeyboardTest, FromTheFirstScreenToTheLastSourceOfACase) {
     key(Qt::Key_Down);
     key(Qt::Key_Return);
     const auto title = name();
-    ASSERT_TRUE(eventually([&] { return !ofType("ReaderBody").isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !ofType("ReaderRest").isEmpty(); }));
 
     const auto role = [](QQuickItem *item) {
         return QAccessible::queryAccessibleInterface(item)->role();
