@@ -38,7 +38,7 @@ Window {
 
         anchors.fill: parent
         store: window.store
-        commands: commands
+        onMenuWanted: control => commands.openMenuUnder(control)
     }
 
     Loader {

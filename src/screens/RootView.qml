@@ -10,8 +10,10 @@ T.SplitView {
     id: root
 
     required property AppStore store
-    required property WindowCommands commands
     property real sidebarWidth: 238
+
+    // Of the window.
+    signal menuWanted(control: Item)
 
     orientation: Qt.Horizontal
 
@@ -28,9 +30,9 @@ T.SplitView {
         id: sidebar
 
         store: root.store
-        commands: root.commands
         T.SplitView.minimumWidth: 218
         T.SplitView.maximumWidth: 270
+        onMenuWanted: control => root.menuWanted(control)
     }
 
     DetailColumn {

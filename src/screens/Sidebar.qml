@@ -9,7 +9,9 @@ Rectangle {
     id: sidebar
 
     required property AppStore store
-    required property WindowCommands commands
+
+    // The menu of the window.
+    signal menuWanted(control: Item)
 
     // To the row above or below. False at either end.
     function step(forward: bool): bool {
@@ -63,17 +65,7 @@ Rectangle {
                 symbol: "ellipsis"
                 help: "Quillmere.Chat"
                 tint: Ink.mute
-                onClicked: {
-                    if (!menu.item)
-                        menu.setSource("WindowMenu.qml", {
-                            commands: sidebar.commands
-                        });
-                    (menu.item as WindowMenu).openUnder(menuButton);
-                }
-
-                Loader {
-                    id: menu
-                }
+                onClicked: sidebar.menuWanted(menuButton)
             }
         }
 

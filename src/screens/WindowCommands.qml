@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Quillmere.Presentation
 import Quillmere.Screens
 
 // What a window can be told from anywhere, by shortcut and from a menu.
@@ -38,7 +39,28 @@ QtObject {
         }
     ]
 
+    // Made here when it is first wanted: in another file the toolkit makes none of a bound component.
+    readonly property Component menuMade: MenuPanel {
+        Repeater {
+            model: commands.actions
+
+            delegate: MenuRow {
+                required property T.Action modelData
+
+                action: modelData
+            }
+        }
+    }
+
+    property MenuPanel menu: null
+
     signal anotherWindowWanted
     signal settingsWanted
     signal closeWanted
+
+    function openMenuUnder(control: Item) {
+        if (!menu)
+            menu = menuMade.createObject(commands) as MenuPanel;
+        menu.openUnder(control);
+    }
 }
