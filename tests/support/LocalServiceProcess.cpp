@@ -28,13 +28,17 @@ bool LocalServiceProcess::start() {
     m_process.start(QStringLiteral(SERVICE_PROGRAM), QStringList());
 
     QByteArray output;
+    // On a busy machine the first start, which makes the database, takes its time.
+    constexpr std::chrono::seconds startLimit(60);
     static const QRegularExpression listening(QStringLiteral("http://127\\.0\\.0\\.1:(\\d+)"));
-    return eventually([&] {
-        output += m_process.readAll();
-        const auto match = listening.match(QString::fromUtf8(output));
-        m_port = match.captured(1).toInt();
-        return match.hasMatch();
-    });
+    return eventually(
+        [&] {
+            output += m_process.readAll();
+            const auto match = listening.match(QString::fromUtf8(output));
+            m_port = match.captured(1).toInt();
+            return match.hasMatch();
+        },
+        startLimit);
 }
 
 void LocalServiceProcess::stop() {
