@@ -11,7 +11,8 @@ public:
     static constexpr qsizetype steadyBytes = 165;
     enum class Pace { steady, flood };
 
-    /// With a path it answers the GET requests whose path begins so instead, and hangs up on others.
+    /// With a path it answers the GET requests whose path begins so instead, and hangs up on
+    /// others.
     FixedService(const QByteArray &body, Pace pace, const QByteArray &path = {});
     ~FixedService();
     Q_DISABLE_COPY_MOVE(FixedService)

@@ -36,7 +36,8 @@ public:
         settleEventLoop();
     }
 
-    /// Seconds that the main thread has worked from a change to the first frame in which it is seen.
+    /// Seconds that the main thread has worked from a change to the first frame in which it is
+    /// seen.
     double untilSeen(const std::function<void()> &change, const std::function<bool()> &seen) {
         qint64 time = 0;
         QEventLoop loop;

@@ -32,7 +32,8 @@ CaseEntry longCase(const CaseCard &card, bool cut) {
         QStringList paragraphs;
         for (int at = 0; at < 9; ++at)
             paragraphs.append(paragraph.trimmed());
-        entry.sections.append({u"Part %1"_s.arg(number), paragraphs.join(cut ? u"\n\n"_s : u" "_s)});
+        entry.sections.append(
+            {u"Part %1"_s.arg(number), paragraphs.join(cut ? u"\n\n"_s : u" "_s)});
     }
     return entry;
 }
@@ -113,13 +114,13 @@ public:
     std::vector<double> fling(int times) {
         std::vector<double> frames;
         auto before = TimedApplication::worked();
-        const auto drawn = QObject::connect(
-            m_program.window().window(), &QQuickWindow::frameSwapped, m_program.window().window(),
-            [&] {
-                const auto now = TimedApplication::worked();
-                frames.push_back(static_cast<double>(now - before) / 1e9);
-                before = now;
-            });
+        const auto drawn =
+            QObject::connect(m_program.window().window(), &QQuickWindow::frameSwapped,
+                             m_program.window().window(), [&] {
+                                 const auto now = TimedApplication::worked();
+                                 frames.push_back(static_cast<double>(now - before) / 1e9);
+                                 before = now;
+                             });
         for (int time = 0; time < times; ++time) {
             QMetaObject::invokeMethod(list(), "flick", Q_ARG(qreal, 0), Q_ARG(qreal, -2500));
             require(eventually([this] { return !list()->property("moving").toBool(); }),

@@ -83,6 +83,8 @@ int main(int argc, char **argv) {
     };
     measureItself("filter/first key", [&] { return filter({u"d"_s}); });
     measureItself("filter/next key", [&] { return filter({u"d"_s, u"da"_s}); });
-    measureItself("filter/one key back", [&] { return filter({u"d"_s, u"da"_s, u"dam"_s, u"da"_s}); });
+    measureItself("filter/one key back", [&] {
+        return filter({u"d"_s, u"da"_s, u"dam"_s, u"da"_s});
+    });
     benchmark::RunSpecifiedBenchmarks();
 }

@@ -27,28 +27,13 @@ T.AbstractButton {
         cursorShape: Qt.PointingHandCursor
     }
 
-    background: Rectangle {
+    background: ButtonGround {
+        subject: button
         radius: button.radius
         color: button.ground
-
-        Rectangle {
-            anchors.fill: parent
-            radius: button.radius
-            color: button.overSheet ? Ink.paperInk : Ink.paper
-            // What is marked has a ground of its own already.
-            opacity: button.hovered && !button.down && !button.checked ? 0.05 : 0
-        }
-
-        Rectangle {
-            anchors.fill: parent
-            // Apart from the ground, which may have the ring's own colour.
-            anchors.margins: -4
-            radius: button.radius + 4
-            visible: button.visualFocus
-            color: "transparent"
-            border.color: button.overSheet ? Ink.paperInk : Ink.brand
-            border.width: 2
-        }
+        overSheet: button.overSheet
+        // What is marked has a ground of its own already.
+        quiet: button.checked
     }
 
     Accessible.onPressAction: button.clicked()

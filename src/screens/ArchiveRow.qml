@@ -6,20 +6,14 @@ import Quillmere.Presentation
 import Quillmere.Screens
 
 // A row of the sidebar that opens one archive.
-PlainButton {
+SidebarRow {
     id: row
 
-    required property AppStore store
     required property string archiveId
     required property string title
 
-    Layout.fillWidth: true
-    padding: 12
-    checkable: true
-    marked: store.destination === archiveId
-    ground: marked ? Ink.paper2 : "transparent"
+    target: archiveId
     Accessible.name: title
-    onClicked: store.destination = archiveId
 
     contentItem: RowLayout {
         spacing: 10

@@ -6,22 +6,14 @@ import Quillmere.Presentation
 import Quillmere.Screens
 
 // A row of the sidebar that opens one screen.
-PlainButton {
+SidebarRow {
     id: row
 
-    required property AppStore store
     required property string symbol
     required property string words
-    required property string target
     property int count: 0
 
-    Layout.fillWidth: true
-    padding: 12
-    checkable: true
-    marked: store.destination === target
-    ground: marked ? Ink.paper2 : "transparent"
     Accessible.name: count > 0 ? words + ", " + store.words.number(count) : words
-    onClicked: store.destination = target
 
     contentItem: RowLayout {
         spacing: 12

@@ -13,27 +13,35 @@ Rectangle {
     // The menu of the window.
     signal menuWanted(control: Item)
 
-    // To the row above or below. False at either end.
-    function step(forward: bool): bool {
-        const row = Window.activeFocusItem.nextItemInFocusChain(forward);
-        let above = row;
+    // The row above or below; null at either end.
+    function neighbour(row: Item, forward: bool): Item {
+        const next = row.nextItemInFocusChain(forward);
+        let above = next;
         while (above && above !== sidebar)
             above = above.parent;
-        if (above !== sidebar)
-            return false;
-        row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
-        return true;
+        return above ? next : null;
+    }
+
+    // To the row above or below, or all the way.
+    function go(forward: bool, all: bool) {
+        let row = neighbour(Window.activeFocusItem, forward);
+        let next = row;
+        while (all && next) {
+            row = next;
+            next = neighbour(row, forward);
+        }
+        if (row)
+            row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
     }
 
     color: Ink.paper0
 
-    Keys.onUpPressed: step(false)
-    Keys.onDownPressed: step(true)
+    Keys.onUpPressed: go(false, false)
+    Keys.onDownPressed: go(true, false)
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
-        if (event.accepted) {
-            while (step(event.key === Qt.Key_End)) {}
-        }
+        if (event.accepted)
+            go(event.key === Qt.Key_End, true);
     }
 
     ColumnLayout {

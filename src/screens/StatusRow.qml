@@ -13,7 +13,28 @@ RowLayout {
     readonly property string words: store.words.text(store.connecting ? "reconnecting"
                                                      : store.connected ? "connected" : "offline")
 
+    // What a screen reader was last told: that the service is away, or back. Nothing while it has always
+    // been there.
+    property string told
+
+    function tell() {
+        if (!store.connecting && (told !== "" || !store.connected))
+            told = store.connected ? "connected" : "offline";
+    }
+
     spacing: 8
+
+    Connections {
+        target: row.store
+
+        function onConnectingChanged() {
+            row.tell();
+        }
+
+        function onHealthChanged() {
+            row.tell();
+        }
+    }
 
     Rectangle {
         implicitWidth: 6
@@ -31,7 +52,7 @@ RowLayout {
         Accessible.role: Accessible.StatusBar
 
         Announcement {
-            words: row.words
+            words: row.told === "" ? "" : row.store.words.text(row.told)
         }
     }
 

@@ -32,16 +32,16 @@ class Walk:
     def sidebar(self):
         self.keys_lead_to(
             ("Tab", "Quillmere.Chat, push button"),
-            ("Tab", "Archives, check box, checked"),
-            ("Down", "Ask, check box"),
-            ("Down", "Wall, check box"),
-            ("Down", "Conversations, check box"),
-            ("Down", "Hard Lessons, check box"),
-            ("Down", "First Light, check box"),
-            ("Down", "New Bearings, check box"),
-            ("Down", "Well Made, check box"),
-            ("Down", "Small Beginnings, check box"),
-            ("Down", "Browse all, check box"))
+            ("Tab", "Archives, list item, selected"),
+            ("Down", "Ask, list item"),
+            ("Down", "Wall, list item"),
+            ("Down", "Conversations, list item"),
+            ("Down", "Hard Lessons, list item"),
+            ("Down", "First Light, list item"),
+            ("Down", "New Bearings, list item"),
+            ("Down", "Well Made, list item"),
+            ("Down", "Small Beginnings, list item"),
+            ("Down", "Browse all, list item"))
         press_keys("Return")
         self.reader.find("All archives", "heading")
         self.reader.find("70 cases", "status bar")
@@ -58,7 +58,8 @@ class Walk:
         press_keys("Return")
         page = self.reader.find(PIGEONS, "document frame")
         assert len(self.reader.find_all(PIGEONS, "heading", page)) == 1
-        chosen = [spoken(case) for case in self.reader.find_all(role="list item") if "selected" in spoken(case)]
+        rows = self.reader.find_all(role="list item", root=cases)
+        chosen = [spoken(case) for case in rows if "selected" in spoken(case)]
         assert len(chosen) == 1 and chosen[0].startswith(PIGEONS), chosen
 
     def read(self):

@@ -93,6 +93,7 @@ TEST_F(HistoryModelTest, FiltersTitlesAndEveryMessageWithoutCase) {
     QAbstractItemModelTester tester(m_model.conversations());
     EXPECT_EQ(first(ConversationModel::answer), u"Rivets  ÄRGER"_s);
 
+    QSignalSpy resets(m_model.conversations(), &QAbstractItemModel::modelReset);
     const QList<std::pair<QString, QStringList>> cases = {
         {u"s"_s, {u"Bridges"_s, u"Dams"_s}},
         {u"rivets  ä"_s, {u"Bridges"_s}},
@@ -107,6 +108,19 @@ TEST_F(HistoryModelTest, FiltersTitlesAndEveryMessageWithoutCase) {
         m_model.setQuery(query);
         EXPECT_EQ(titles(), found) << query.toStdString();
         EXPECT_EQ(m_model.isEmpty(), found.isEmpty());
+    }
+    EXPECT_EQ(resets.count(), 0) << "every row on display would be made anew";
+}
+
+TEST(TextSearch, FindsWordsWhereverTheyStand) {
+    const QByteArray words("noon");
+    for (qsizetype length = 0; length < 200; ++length) {
+        const QByteArray text(length, 'n');
+        EXPECT_FALSE(containsWords(text, words)) << length;
+        for (qsizetype place = 0; place <= length; ++place)
+            EXPECT_TRUE(containsWords(QByteArray(text).insert(place, words), words))
+                << place << " of " << length;
+        EXPECT_EQ(containsWords(text, "n"), length > 0);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "tests/support/TestPlatform.h"
 
 #include <QSet>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -152,6 +153,13 @@ TEST_F(KeyboardTest, TheArrowKeysGoThroughTheSidebar) {
     EXPECT_EQ(name(), english("browseAllShort"));
     key(Qt::Key_Return);
     EXPECT_EQ(m_store->destination(), u"all"_s);
+
+    QSignalSpy moves(window(), &QQuickWindow::activeFocusItemChanged);
+    key(Qt::Key_Home);
+    EXPECT_EQ(name(), u"Quillmere.Chat"_s);
+    EXPECT_EQ(moves.count(), 1) << "not through the rows between, which a screen reader would tell";
+    key(Qt::Key_End);
+    EXPECT_EQ(name(), expected.last());
 }
 
 TEST_F(KeyboardTest, FromTheFirstScreenToTheLastSourceOfACase) {

@@ -19,10 +19,10 @@ void collect(QQuickItem *item, QList<QQuickItem *> &items) {
         collect(child, items);
 }
 
-/// Also one that stays down.
+/// Also one that stays down, or a row that opens something.
 bool isButton(QAccessible::Role role) {
     return role == QAccessible::Button || role == QAccessible::CheckBox ||
-           role == QAccessible::RadioButton;
+           role == QAccessible::RadioButton || role == QAccessible::ListItem;
 }
 
 QString accessibleName(QQuickItem *item) {
