@@ -26,11 +26,15 @@ FocusScope {
         selection.follow();
     }
 
-    function goToSection(index: int) {
-        const further = rest.item as ReaderRest;
-        const section = (body.item as ReaderBody).sectionAt(index) ?? further?.sectionAt(index);
+    function glideToSection(section: Item) {
         if (section)
             scroll.glideTo(section.mapToItem(scroll.contentItem, 0, 0).y);
+    }
+
+    function goToSection(index: int) {
+        glideToSection((body.item as ReaderBody).sectionAt(index));
+        if (rest.status === Loader.Ready)
+            glideToSection((rest.item as ReaderRest).sectionAt(index));
     }
 
     function openRelated(card: caseCard) {

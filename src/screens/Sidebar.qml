@@ -22,26 +22,24 @@ Rectangle {
         return above ? next : null;
     }
 
-    // To the row above or below, or all the way.
-    function go(forward: bool, all: bool) {
-        let row = neighbour(Window.activeFocusItem, forward);
-        let next = row;
-        while (all && next) {
-            row = next;
-            next = neighbour(row, forward);
-        }
+    function last(row: Item, forward: bool): Item {
+        const next = neighbour(row, forward);
+        return next ? last(next, forward) : row;
+    }
+
+    function goTo(row: Item, forward: bool) {
         if (row)
             row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
     }
 
     color: Ink.paper0
 
-    Keys.onUpPressed: go(false, false)
-    Keys.onDownPressed: go(true, false)
+    Keys.onUpPressed: goTo(neighbour(Window.activeFocusItem, false), false)
+    Keys.onDownPressed: goTo(neighbour(Window.activeFocusItem, true), true)
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
         if (event.accepted)
-            go(event.key === Qt.Key_End, true);
+            goTo(last(Window.activeFocusItem, event.key === Qt.Key_End), event.key === Qt.Key_End);
     }
 
     ColumnLayout {
