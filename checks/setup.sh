@@ -13,7 +13,7 @@ RUN_PACKAGES=(
     qml6-module-qtqml qml6-module-qtqml-models qt6-qpa-plugins fonts-noto-cjk xdg-utils
 )
 TEST_PACKAGES=(
-    libgtest-dev libgmock-dev qml6-module-qttest curl dbus gnome-keyring python3
+    libgtest-dev libgmock-dev libbenchmark-dev qml6-module-qttest curl dbus gnome-keyring python3
     xvfb xdotool at-spi2-core python3-gi gir1.2-atspi-2.0
     desktop-file-utils appstream
 )

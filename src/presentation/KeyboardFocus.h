@@ -5,8 +5,8 @@
 #include <QQuickWindow>
 #include <QtQmlIntegration>
 
-/// Follows the keyboard from control to control. A control that was pressed with the mouse does not
-/// count.
+/// Follows the keyboard from control to control, and leads it among those within one item. A
+/// control that was pressed with the mouse does not count.
 class KeyboardFocus : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -19,6 +19,12 @@ public:
     /// To be set once.
     void setWithin(QQuickItem *item);
 
+    /// Gives the keyboard to the control after or before the one that has it; at the last one it
+    /// stays.
+    Q_INVOKABLE void step(bool forward);
+    /// Gives the keyboard to the last control or the first.
+    Q_INVOKABLE void goToEnd(bool forward);
+
 Q_SIGNALS:
     /// The keyboard has come to an item somewhere within the given one.
     void moved(QQuickItem *item);
@@ -26,6 +32,8 @@ Q_SIGNALS:
 private:
     void watch(QQuickWindow *window);
     void look();
+    /// Null at either end.
+    QQuickItem *neighbour(QQuickItem *item, bool forward) const;
 
     QPointer<QQuickItem> m_within;
     QPointer<QQuickWindow> m_window;

@@ -13,33 +13,20 @@ Rectangle {
     // The menu of the window.
     signal menuWanted(control: Item)
 
-    // The row above or below; null at either end.
-    function neighbour(row: Item, forward: bool): Item {
-        const next = row.nextItemInFocusChain(forward);
-        let above = next;
-        while (above && above !== sidebar)
-            above = above.parent;
-        return above ? next : null;
-    }
-
-    function last(row: Item, forward: bool): Item {
-        const next = neighbour(row, forward);
-        return next ? last(next, forward) : row;
-    }
-
-    function goTo(row: Item, forward: bool) {
-        if (row)
-            row.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
-    }
-
     color: Ink.paper0
 
-    Keys.onUpPressed: goTo(neighbour(Window.activeFocusItem, false), false)
-    Keys.onDownPressed: goTo(neighbour(Window.activeFocusItem, true), true)
+    Keys.onUpPressed: keyboard.step(false)
+    Keys.onDownPressed: keyboard.step(true)
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
         if (event.accepted)
-            goTo(last(Window.activeFocusItem, event.key === Qt.Key_End), event.key === Qt.Key_End);
+            keyboard.goToEnd(event.key === Qt.Key_End);
+    }
+
+    KeyboardFocus {
+        id: keyboard
+
+        within: sidebar
     }
 
     ColumnLayout {

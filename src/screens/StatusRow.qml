@@ -13,13 +13,16 @@ RowLayout {
     readonly property string words: store.words.text(store.connecting ? "reconnecting"
                                                      : store.connected ? "connected" : "offline")
 
-    // What a screen reader was last told: that the service is away, or back. Nothing while it has always
-    // been there.
-    property string told
+    // A screen reader is told that the service is away, and then that it is back; nothing while it has
+    // always been there.
+    property bool away: false
+    property bool back: false
 
     function tell() {
-        if (!store.connecting && (told !== "" || !store.connected))
-            told = store.connected ? "connected" : "offline";
+        if (store.connecting)
+            return;
+        back = store.connected && (away || back);
+        away = !store.connected;
     }
 
     spacing: 8
@@ -52,7 +55,8 @@ RowLayout {
         Accessible.role: Accessible.StatusBar
 
         Announcement {
-            words: row.told === "" ? "" : row.store.words.text(row.told)
+            words: row.away ? row.store.words.text("offline")
+                            : row.back ? row.store.words.text("connected") : ""
         }
     }
 

@@ -13,11 +13,12 @@
 /// Ends what is under way, before the store goes.
 inline void endAll(AppStore &store, TestPlatform<FakeTransport> &system) {
     StoreAccess::cancelSync(store);
-    QThreadPool::globalInstance()->waitForDone();
-    settleEventLoop();
-    while (system.transport.abandon() || system.clock.sleepers() > 0) {
-        system.clock.advance(std::chrono::hours(1));
+    bool busy = true;
+    while (busy) {
+        QThreadPool::globalInstance()->waitForDone();
         settleEventLoop();
+        busy = system.transport.abandon() || system.clock.sleepers() > 0;
+        system.clock.advance(std::chrono::hours(1));
     }
 }
 
