@@ -98,6 +98,8 @@ bool OpenWindow::press(const QString &name) const {
     auto *action = QAccessible::queryAccessibleInterface(found.first())->actionInterface();
     if (!action)
         return false;
-    action->doAction(action->actionNames().value(0));
+    auto names = action->actionNames();
+    names.removeOne(QAccessibleActionInterface::setFocusAction());
+    action->doAction(names.value(0));
     return true;
 }
