@@ -93,9 +93,9 @@ ScriptedModel::Script ScriptedModel::fallingSilentAfter(const QList<QByteArray> 
     };
 }
 
-bool ScriptedModel::awaitRequests(std::size_t count) {
+bool ScriptedModel::awaitRequests(int count) {
     std::unique_lock lock(m_mutex);
-    return m_changed.wait_for(lock, patience, [&] { return m_requests.size() >= count; });
+    return m_changed.wait_for(lock, patience, [&] { return std::ssize(m_requests) >= count; });
 }
 
 bool ScriptedModel::awaitHangUps(int count) {

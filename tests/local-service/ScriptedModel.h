@@ -41,7 +41,7 @@ public:
     Script fallingSilentAfter(const QList<QByteArray> &parts);
 
     /// Whether so many have come, or hung up on a silent reply, before patience ends.
-    bool awaitRequests(std::size_t count);
+    bool awaitRequests(int count);
     bool awaitHangUps(int count);
 
 private:

@@ -80,13 +80,9 @@ TEST_F(TransportCancellation, whileTheConnectionIsMade) {
 
 TEST_F(TransportCancellation, atEveryStageTheConnectionIsClosed) {
     const auto whole = ScriptedAnswer::reply(200, QByteArray(200'000, 'x'));
-    const std::vector<std::pair<Way, HttpRequest>> requests = {
-        {Way::whole, getPath(u"/long"_s)},
-        {Way::whole, postPath(u"/long"_s)},
-        {Way::streamed, postPath(u"/long"_s)}};
     for (const auto &answer :
          {ScriptedAnswer::silence(), whole.stalledInHead(), whole.stalledInBody(), whole}) {
-        for (const auto &[way, request] : requests) {
+        for (const auto &[way, request] : everyRequest(u"/long"_s)) {
             // Only of a stream is there something left to cancel when all has arrived.
             if (way == Way::whole && answer.bytes() == whole.bytes())
                 continue;

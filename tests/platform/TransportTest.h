@@ -37,6 +37,13 @@ protected:
         return request;
     }
 
+    /// Each kind of request to this path.
+    std::vector<std::pair<Way, HttpRequest>> everyRequest(const QString &path) const {
+        return {{Way::whole, getPath(path)},
+                {Way::whole, postPath(path)},
+                {Way::streamed, postPath(path)}};
+    }
+
     static HttpRequest withToken(HttpRequest request) {
         request.headers.emplace_back("Authorization", "Bearer secret");
         return request;
@@ -50,13 +57,10 @@ protected:
 
     /// How a request ended, in one word: "200", "timedOut", "cancelled".
     static std::string ending(Task<HttpResponse> task) {
-        try {
-            return std::to_string(await(std::move(task)).status);
-        } catch (const URLError &error) {
-            return URLError::name(error.code()).toStdString();
-        } catch (const CancellationError &) {
-            return "cancelled";
-        }
+        auto reading = std::make_shared<Reading>();
+        follow(readWhole(std::move(task), reading), reading);
+        EXPECT_TRUE(ended(reading));
+        return reading->ending == "whole" ? std::to_string(reading->status) : reading->ending;
     }
     std::string ending(const HttpRequest &request) { return ending(send(request)); }
 
