@@ -13,6 +13,8 @@
 #include <QSet>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using Keys = QSet<QString>;
