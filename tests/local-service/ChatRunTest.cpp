@@ -161,7 +161,6 @@ TEST(ChatRun, EndsWhenTheClientHangsUp) {
 
     waits = true;
     hangUp(running, ada, body("Why did the Vasa sink?"), [](const std::string &) { return true; });
-    gate.awaitWaiting(1);
     gate.open();
     // Returns when the last request has ended.
     running.service.stop();

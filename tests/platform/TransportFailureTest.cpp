@@ -59,7 +59,7 @@ TEST_F(TransportFailure, aReplyEndsInOneWayForEachFault) {
                 EXPECT_GE(reading.bytes.size(), row.least) << "what came is given first";
             }
             if (reading.ending == "timedOut") {
-                EXPECT_GE(elapsed.elapsed(), 290);
+                EXPECT_GE(elapsed.elapsed(), 280);
             }
             if (request.method == "POST" || reading.ending == "timedOut") {
                 EXPECT_TRUE(lastConnectionCloses());

@@ -1,6 +1,7 @@
 #include "records/Account.h"
 #include "records/Json.h"
 
+#include <QList>
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -41,12 +41,12 @@ TEST(LineReader, findsTheSameLinesHoweverTheBytesAreCut) {
         {QByteArray("a\0b\nc", 5), {QByteArray("a\0b", 3), "c"}},
         {"\xc3\xa9\n\xe2\x82\xac\r\n\xf0\x9f\x98\x80",
          {"\xc3\xa9", "\xe2\x82\xac", "\xf0\x9f\x98\x80"}},
-        // Not UTF-8: an overlong form, a surrogate, beyond the last character, half a character;
-        // each byte of the first three is one fault.
+        // Not UTF-8: an overlong form, a surrogate, beyond the last character, half a character:
+        // each byte is one fault.
         {"x\xc0\xaf y\n", {"x\xef\xbf\xbd\xef\xbf\xbd y"}},
         {"x\xed\xa0\x80 y\n", {"x\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd y"}},
         {"x\xf4\x90\x80\x80 y\n", {"x\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd y"}},
-        {"x\xe2\x82 y\n", {"x\xef\xbf\xbd y"}},
+        {"x\xe2\x82 y\n", {"x\xef\xbf\xbd\xef\xbf\xbd y"}},
         // A lone byte, and a character that the line end cuts.
         {"a\xff"
          "b\n",

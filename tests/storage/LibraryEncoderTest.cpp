@@ -72,7 +72,7 @@ private:
         return static_cast<qsizetype>(m_random() % static_cast<size_t>(list.size()));
     }
     template <class List>
-    auto &any(List &list) {
+    typename List::reference any(List &list) {
         return list[index(list)];
     }
 
