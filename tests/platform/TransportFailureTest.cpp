@@ -122,6 +122,8 @@ TEST_F(TransportFailure, aServiceThatKeepsTalkingIsGivenTime) {
         request.timeout = 1000ms;
         readings.push_back(begin(way, request));
     }
+    EXPECT_TRUE(eventually([&] { return readings.back()->bytes.size() > 250; }));
+    EXPECT_EQ(readings.back()->ending, "") << "a stream is given as it comes";
     for (const auto &reading : readings) {
         EXPECT_TRUE(ended(reading));
         EXPECT_EQ(reading->bytes, body) << reading->ending;

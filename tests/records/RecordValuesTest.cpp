@@ -43,6 +43,9 @@ TEST(RecordValuesTest, EveryFieldOfACardCountsInEqualityAndHash) {
         without.remove(QLatin1String(key));
         add(without);
     }
+    auto empty = whole;
+    empty[QLatin1String("note")] = QString();
+    add(empty);
     // The same texts in each other's fields.
     auto swapped = whole;
     swapped[QLatin1String("id")] = whole[QLatin1String("key")];
