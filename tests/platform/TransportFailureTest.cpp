@@ -123,7 +123,7 @@ TEST_F(TransportFailure, aServiceThatKeepsTalkingIsGivenTime) {
         readings.push_back(begin(way, request));
     }
     EXPECT_TRUE(eventually([&] { return readings.back()->bytes.size() > 250; }));
-    EXPECT_EQ(readings.back()->ending, "") << "a stream is given as it comes";
+    EXPECT_LT(readings.back()->bytes.size(), 1500) << "a stream is given as it comes";
     for (const auto &reading : readings) {
         EXPECT_TRUE(ended(reading));
         EXPECT_EQ(reading->bytes, body) << reading->ending;
