@@ -2,8 +2,6 @@
 
 #include "Database.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr qint64 millisecondsPerDay = 24LL * 60 * 60 * 1000;
@@ -19,10 +17,6 @@ qint64 questionsAsked(Database &database, qint64 account, qint64 now) {
 
 Quota QuestionQuota::read(Database &database, const Session &session, qint64 now) {
     return {session.account.plan, questionsAsked(database, session.number, now), questionsPerDay};
-}
-
-qint64 QuestionQuota::questionsLeft(Database &database, qint64 account, qint64 now) {
-    return std::max<qint64>(0, questionsPerDay - questionsAsked(database, account, now));
 }
 
 bool QuestionQuota::recordQuestion(Database &database, qint64 account, qint64 now) {

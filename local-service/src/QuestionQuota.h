@@ -14,10 +14,8 @@ inline constexpr qint64 questionsPerDay = 50;
 
 Quota read(Database &database, const Session &session, qint64 now);
 
-/// `account` is the number of a Session, here and below.
-qint64 questionsLeft(Database &database, qint64 account, qint64 now);
-
-/// Counts a question; false when none is left, and then nothing is counted.
+/// Counts a question of the account with a Session's number, here and below; false when none is
+/// left, and then nothing is counted.
 bool recordQuestion(Database &database, qint64 account, qint64 now);
 
 /// Takes back what was recorded at `now`.

@@ -50,7 +50,8 @@ void TextSelection::add(QQuickItem *text) {
 QList<QQuickItem *> TextSelection::inPageOrder() const {
     QList<QQuickItem *> texts;
     for (const auto &text : m_texts) {
-        if (text && text->isVisible())
+        // One that is still being made is nowhere yet.
+        if (text && text->window() && text->isVisible())
             texts.append(text);
     }
     std::stable_sort(texts.begin(), texts.end(),

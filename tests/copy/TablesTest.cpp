@@ -13,28 +13,18 @@
 #include <QSet>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using Keys = QSet<QString>;
 
-/// Where a key is not written out in the call that looks it up, the file where it is, and the keys
-/// that it can be. One that ends in a dot stands for the whole family.
-struct MadeElsewhere {
-    const char *file;
-    const char *expression;
-    const char *origin;
-    const char *keys;
-};
-
-constexpr MadeElsewhere madeElsewhere[] = {
-    {"CaseReaderModel.cpp", "key", "CaseReaderModel.cpp", "section."},
-    {"ErrorText.cpp", "key", "ErrorText.cpp", "urlError. fileError. decodingError"},
-    {"ExampleQuestions.cpp", "family + QString::number((m_batch * shown + i) % perArchive)",
-     "ExampleQuestions.cpp", "askExamples."},
-    {"FilterLabels.cpp", "key", "FilterLabels.cpp", "cat. prof."},
-    {"ProfileEditor.qml", "model.titleKey", "ProfileEditorModel.cpp",
-     "acctProfile changeEmail changeName changePassword deleteAccount"},
-};
+/// Calls that look up what another line has put together, by their files, and the keys that are
+/// written out there.
+constexpr auto lookupsOfMadeKeys =
+    "CaseReaderModel.cpp ErrorText.cpp ExampleQuestions.cpp FilterLabels.cpp ProfileEditor.qml";
+constexpr auto madeKeys =
+    "decodingError acctProfile changeEmail changeName changePassword deleteAccount";
 
 /// Kept for what reads the tables besides this program.
 constexpr auto keptKeys = "email";
@@ -61,10 +51,17 @@ QString read(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-QString sourceOf(const char *file) {
-    QDirIterator files(QStringLiteral(QUILLMERE_SOURCES), {QString::fromLatin1(file)}, QDir::Files,
+/// The program's sources by their file names, without the folders of the tables themselves.
+QHash<QString, QString> sources() {
+    QHash<QString, QString> result;
+    QDirIterator files(QStringLiteral(QUILLMERE_SOURCES), words("*.qml *.cpp *.h"), QDir::Files,
                        QDirIterator::Subdirectories);
-    return files.hasNext() ? read(files.next()) : QString();
+    while (files.hasNext()) {
+        const auto path = files.next();
+        if (!path.contains(QLatin1String("/copy/")) && !path.contains(QLatin1String("/records/")))
+            result.insert(files.fileName(), read(path));
+    }
+    return result;
 }
 
 std::string sorted(const Keys &keys) {
@@ -120,98 +117,6 @@ Keys families() {
     return keys;
 }
 
-/// The key itself, or the family's when it ends in a dot.
-Keys expanded(const QString &key) {
-    if (!key.endsWith(QLatin1Char('.')))
-        return {key};
-    static const Keys members = families();
-    auto keys = members;
-    keys.removeIf([&](const QString &member) { return !member.startsWith(key); });
-    return keys;
-}
-
-/// What a call is given first: up to the comma or bracket that ends it.
-QString firstArgument(const QString &source, qsizetype begin) {
-    int depth = 0;
-    for (auto at = begin; at < source.size(); ++at) {
-        const auto character = source.at(at);
-        if (depth == 0 && (character == QLatin1Char(',') || character == QLatin1Char(')')))
-            return source.mid(begin, at - begin).simplified();
-        depth += character == QLatin1Char('(') ? 1 : character == QLatin1Char(')') ? -1 : 0;
-    }
-    return {};
-}
-
-/// What an expression with conditions can come to.
-QStringList outcomes(const QString &expression) {
-    static const QRegularExpression mark(QStringLiteral(R"re((?<!:)[?:](?!:))re"));
-    QStringList result;
-    qsizetype begin = 0;
-    for (auto found = mark.globalMatch(expression); found.hasNext();) {
-        const auto at = found.next().capturedStart();
-        if (expression.at(at) == QLatin1Char(':'))
-            result.append(expression.mid(begin, at - begin).trimmed());
-        begin = at + 1;
-    }
-    result.append(expression.mid(begin).trimmed());
-    return result;
-}
-
-struct Lookup {
-    QString file;
-    QString function;
-    QString expression;
-};
-
-/// Every outcome of every expression with which the program looks up a text.
-QList<Lookup> lookups() {
-    static const QRegularExpression call(
-        QStringLiteral(R"re(\b(text|textWithNumber|label)\((?!\)))re"));
-    static const QRegularExpression wrapped(
-        QStringLiteral(R"re((?:QStringLiteral|QLatin1String)\(("[^"]*")\))re"));
-    QList<Lookup> result;
-    QDirIterator files(QStringLiteral(QUILLMERE_SOURCES), words("*.qml *.cpp *.h"), QDir::Files,
-                       QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const auto path = files.next();
-        if (path.contains(QLatin1String("/copy/")) || path.contains(QLatin1String("/records/")))
-            continue;
-        const auto source = read(path).replace(wrapped, QStringLiteral("\\1"));
-        const bool handsOn = source.contains(QLatin1String("text(const QString &key)")) ||
-                             source.contains(QLatin1String("label(key: string)"));
-        for (auto found = call.globalMatch(source); found.hasNext();) {
-            const auto match = found.next();
-            const auto argument = firstArgument(source, match.capturedEnd());
-            const bool isDeclaration = argument.startsWith(QLatin1String("const ")) ||
-                                       argument.startsWith(QLatin1String("key:"));
-            if (isDeclaration || (handsOn && argument == QLatin1String("key")))
-                continue;
-            for (const auto &outcome : outcomes(argument))
-                result.append({files.fileName(), match.captured(1), outcome});
-        }
-    }
-    return result;
-}
-
-/// The keys that an expression of a file can come to; none if nothing is known of it.
-Keys possibleKeys(const Lookup &lookup) {
-    static const QRegularExpression whole(QStringLiteral(R"re(^"([^"]+)"$)re"));
-    static const QRegularExpression beginning(QStringLiteral(R"re(^"([^"]+\.)" \+ )re"));
-    for (const auto &pattern : {whole, beginning}) {
-        if (const auto match = pattern.match(lookup.expression); match.hasMatch())
-            return expanded(match.captured(1));
-    }
-    Keys keys;
-    for (const auto &made : madeElsewhere) {
-        if (lookup.file != QLatin1String(made.file) ||
-            lookup.expression != QLatin1String(made.expression))
-            continue;
-        for (const auto &key : words(made.keys))
-            keys.unite(expanded(key));
-    }
-    return keys;
-}
-
 QSet<QString> placeholders(const QString &text) {
     static const QRegularExpression pattern(QStringLiteral(R"re(\{[^{}]*\})re"));
     QSet<QString> result;
@@ -223,37 +128,74 @@ QSet<QString> placeholders(const QString &text) {
 } // namespace
 
 TEST(TablesTest, EnglishHoldsWhatTheProgramLooksUpAndNothingElse) {
-    Keys needed;
-    QSet<const MadeElsewhere *> met;
-    for (const auto &lookup : lookups()) {
-        const auto keys = possibleKeys(lookup);
-        EXPECT_FALSE(keys.isEmpty())
-            << "nobody knows which keys this is: " << lookup.file.toStdString() << ' '
-            << lookup.expression.toStdString();
-        needed.unite(keys);
-        for (const auto &made : madeElsewhere) {
-            if (lookup.file == QLatin1String(made.file) &&
-                lookup.expression == QLatin1String(made.expression))
-                met.insert(&made);
-        }
-        if (lookup.function == QLatin1String("textWithNumber")) {
-            for (const auto &key : keys)
-                EXPECT_TRUE(english().value(key).contains(QLatin1String("{n}")))
-                    << key.toStdString();
+    static const QRegularExpression call(
+        QStringLiteral(R"re(\b(text|textWithNumber|label)(\((?:[^()]++|(?2))*+\)))re"));
+    static const QRegularExpression declared(QStringLiteral(R"re(^\(\)|^\(const |^\(key: )re"));
+    static const QRegularExpression compared(QStringLiteral(R"re([!=]==?\s*"[^"]*")re"));
+    static const QRegularExpression literal(QStringLiteral(R"re("([^"]+)")re"));
+    const auto members = families();
+    auto needed = members + keys(madeKeys) + keys(keptKeys);
+    Keys withoutLiteral;
+    QString all;
+    const auto texts = sources();
+    for (auto source = texts.begin(); source != texts.end(); ++source) {
+        all += source.value();
+        for (auto found = call.globalMatch(source.value()); found.hasNext();) {
+            const auto match = found.next();
+            auto arguments = match.captured(2);
+            if (declared.match(arguments).hasMatch())
+                continue;
+            // What a key's beginning is joined with is no key.
+            arguments = arguments.section(QLatin1Char('+'), 0, 0).remove(compared);
+            auto literals = literal.globalMatch(arguments);
+            if (!literals.hasNext() && source.key() != QLatin1String("AppStore.h"))
+                withoutLiteral.insert(source.key());
+            while (literals.hasNext()) {
+                const auto key = literals.next().captured(1);
+                const bool isFamily = key.endsWith(QLatin1Char('.'));
+                if (isFamily) {
+                    EXPECT_TRUE(
+                        std::any_of(members.begin(), members.end(),
+                                    [&](const auto &member) { return member.startsWith(key); }))
+                        << key.toStdString();
+                } else {
+                    needed.insert(key);
+                }
+                if (match.captured(1) == QLatin1String("textWithNumber")) {
+                    EXPECT_TRUE(english().value(key).contains(QLatin1String("{n}")))
+                        << key.toStdString();
+                }
+            }
         }
     }
-    EXPECT_EQ(met.size(), std::size(madeElsewhere)) << "some of these are gone from the sources";
-    for (const auto &made : madeElsewhere) {
-        for (const auto &key : words(made.keys))
-            EXPECT_TRUE(sourceOf(made.origin).contains(QLatin1Char('"') + key))
-                << made.origin << ' ' << key.toStdString();
-    }
+    EXPECT_EQ(sorted(withoutLiteral), lookupsOfMadeKeys) << "nobody knows which keys those are";
+    for (const auto &made : words(madeKeys) + words("section. urlError. fileError. askExamples. "
+                                                    "cat. prof. sort. archive.ph."))
+        EXPECT_TRUE(all.contains(QLatin1Char('"') + made)) << made.toStdString();
 
-    for (const auto &key : words(keptKeys))
-        needed.insert(key);
     const auto held = keysOf(english());
     EXPECT_EQ(sorted(needed - held), "") << "looked up, but in no table";
     EXPECT_EQ(sorted(held - needed), "") << "in the tables, but never looked up";
+}
+
+template <class Failure>
+void expectSentences(const char *family) {
+    constexpr int last = static_cast<int>(Failure::Code::unknown);
+    Keys names;
+    for (int code = 0; code <= last; ++code) {
+        const Failure error(static_cast<typename Failure::Code>(code));
+        names.insert(Failure::name(error.code()));
+        const auto key = QLatin1String(family) + Failure::name(error.code());
+        EXPECT_EQ(english().value(key), error.localizedDescription()) << key.toStdString();
+        EXPECT_FALSE(error.localizedDescription().isEmpty()) << key.toStdString();
+    }
+    EXPECT_EQ(names.size(), last + 1) << "a name twice in " << family;
+}
+
+TEST(TablesTest, EveryFailureSaysWhatTheEnglishTableSays) {
+    expectSentences<URLError>("urlError.");
+    expectSentences<FileError>("fileError.");
+    EXPECT_EQ(FileError::ofSystem(123456).code(), FileError::Code::unknown);
 }
 
 // Names and signs stand for themselves; all other words of a screen come out of the tables.

@@ -48,10 +48,3 @@ TEST(WordsTest, DatesFollowTheLanguageAndItsScript) {
     for (const auto &[language, written] : cases)
         EXPECT_EQ(Words(language).mediumDate(moment.toUTC()), text(written));
 }
-
-TEST(WordsTest, WordsOfOneLanguageAreEqual) {
-    EXPECT_EQ(Words(), Words(AppLanguage::en));
-    EXPECT_NE(Words(AppLanguage::en), Words(AppLanguage::de));
-    EXPECT_EQ(Words(AppLanguage::de).text(text("cancel")),
-              Copy::text(text("cancel"), AppLanguage::de));
-}

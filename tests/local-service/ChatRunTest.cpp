@@ -1,9 +1,8 @@
 #include "CaseData.h"
+#include "ChatLines.h"
 #include "ChatRoutes.h"
+#include "Database.h"
 #include "QuestionQuota.h"
-#include "RunningService.h"
-
-#include "records/Conversation.h"
 
 #include <gtest/gtest.h>
 
@@ -13,23 +12,7 @@
 
 namespace {
 
-constexpr auto runs = "/v1/chat/runs";
-
-QByteArray body(const QByteArray &question, const QByteArray &archives = "[]",
-                const QByteArray &messages = "[]", const QByteArray &locale = "en") {
-    return R"({"question":")" + question + R"(","archives":)" + archives + R"(,"locale":")" +
-           locale + R"(","messages":)" + messages + R"(,"cases":[]})";
-}
-
-QList<ChatEvent> events(const httplib::Response &response) {
-    QList<ChatEvent> events;
-    const auto lines = QByteArray::fromStdString(response.body).split('\n');
-    for (const QByteArray &line : lines) {
-        if (!line.isEmpty())
-            events.append(Json::decode<ChatEvent>(line));
-    }
-    return events;
-}
+using namespace ChatLines;
 
 TEST(ChatRun, StreamsTheAnswerFromTheCases) {
     RunningService running;
@@ -43,15 +26,12 @@ TEST(ChatRun, StreamsTheAnswerFromTheCases) {
     EXPECT_EQ(lines.first().type, QStringLiteral("progress"));
     EXPECT_EQ(lines.first().archive, QStringLiteral("foible"));
     EXPECT_EQ(lines.last().type, QStringLiteral("done"));
-    const auto references = std::find_if(lines.begin(), lines.end(), [](const ChatEvent &event) {
-        return event.type == QLatin1String("references");
-    });
-    ASSERT_NE(references, lines.end());
-    EXPECT_EQ(references->mode, QStringLiteral("evidence-preview"));
-    ASSERT_FALSE(references->items->isEmpty());
-    EXPECT_EQ(references->items->first().id, QStringLiteral("quay"));
-    EXPECT_EQ(references->items->first().org, QStringLiteral("Harbour Board"));
-    EXPECT_EQ(running.ask<Quota>("/v1/account/quota", {}, ada.token).used, 1);
+    const auto &cited = references(lines);
+    EXPECT_EQ(cited.mode, QStringLiteral("evidence-preview"));
+    ASSERT_FALSE(cited.items->isEmpty());
+    EXPECT_EQ(cited.items->first().id, QStringLiteral("quay"));
+    EXPECT_EQ(cited.items->first().org, QStringLiteral("Harbour Board"));
+    EXPECT_EQ(questionsUsed(running, ada), 1);
 }
 
 TEST(ChatRun, RefusesWhatNoProgramSends) {
@@ -82,20 +62,34 @@ TEST(ChatRun, RefusesWhatNoProgramSends) {
     // A long turn of the past does not stand in the way of the next question.
     const auto past = R"([{"role":"user","content":")" + QByteArray(100'000, 'a') + R"("}])";
     EXPECT_EQ(running.ask(runs, body("lantern", "[]", past), ada.token).status, 200);
-    EXPECT_EQ(running.ask<Quota>("/v1/account/quota", {}, ada.token).used, 1);
+    EXPECT_EQ(questionsUsed(running, ada), 1);
 }
 
 TEST(ChatRun, EndsWithTheDaysQuestions) {
     RunningService running;
     const auto ada = running.join("Ada");
-    for (int count = 0; count < QuestionQuota::questionsPerDay; ++count)
-        ASSERT_EQ(running.ask(runs, body("lantern"), ada.token).status, 200);
-    const auto response = running.ask(runs, body("lantern", "[]", "[]", "de"), ada.token);
-    EXPECT_EQ(response.status, 429);
-    EXPECT_EQ(response.body.find(R"({"error":"quota_reached","message":"Alle 50 Fragen)"), 0u)
-        << response.body;
-    running.now += 24LL * 60 * 60 * 1000;
-    EXPECT_EQ(running.ask(runs, body("lantern"), ada.token).status, 200);
+    const Quota fresh{QStringLiteral("free"), 0, QuestionQuota::questionsPerDay};
+    EXPECT_EQ(running.ask<Quota>("/v1/account/quota", {}, ada.token), fresh);
+    Database database(running.home());
+    for (qint64 count = 1; count < QuestionQuota::questionsPerDay; ++count)
+        EXPECT_TRUE(QuestionQuota::recordQuestion(database, 1, running.now));
+    const auto ask = [&] {
+        return running.ask(runs, body("lantern", "[]", "[]", "de"), ada.token);
+    };
+    EXPECT_EQ(ask().status, 200);
+    EXPECT_EQ(questionsUsed(running, ada), QuestionQuota::questionsPerDay);
+
+    // It is noon; the last millisecond of the day, and then the next day.
+    running.now += 12LL * 60 * 60 * 1000 - 1;
+    const auto refused = ask();
+    EXPECT_EQ(refused.status, 429);
+    EXPECT_EQ(refused.body.find(R"({"error":"quota_reached","message":"Alle 50 Fragen)"), 0u)
+        << refused.body;
+    EXPECT_EQ(questionsUsed(running, ada), QuestionQuota::questionsPerDay);
+    running.now += 1;
+    EXPECT_EQ(questionsUsed(running, ada), 0);
+    EXPECT_EQ(ask().status, 200);
+    EXPECT_EQ(questionsUsed(running, ada), 1);
 }
 
 /// Lets answers wait until it is opened.
@@ -143,8 +137,7 @@ TEST(ChatRun, LeavesRoomForOtherRequests) {
     EXPECT_EQ(refused.body.find(R"({"error":"busy","message":")"), 0u) << refused.body;
     EXPECT_EQ(running.get("/v1/health").status, 200);
     // One that was refused is not counted.
-    EXPECT_EQ(running.ask<Quota>("/v1/account/quota", {}, ada.token).used,
-              ChatRoutes::greatestRuns);
+    EXPECT_EQ(questionsUsed(running, ada), ChatRoutes::greatestRuns);
 
     gate.open();
     for (auto &asker : askers)
@@ -154,35 +147,24 @@ TEST(ChatRun, LeavesRoomForOtherRequests) {
 }
 
 TEST(ChatRun, EndsWhenTheClientHangsUp) {
+    Gate gate;
+    std::atomic<bool> waits = false;
     std::atomic<int> pauses = 0;
     RunningService running(CaseData::embedded(), [&](std::chrono::milliseconds) {
-        ++pauses;
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        // From the third on, so that the client hears something.
+        if (++pauses > 2 && waits)
+            gate.wait();
     });
     const auto ada = running.join("Ada");
     running.ask(runs, body("Why did the Vasa sink?"), ada.token);
-    const int whole = pauses.exchange(0);
+    EXPECT_GT(pauses.exchange(0), 30);
 
-    auto client = running.client();
-    const httplib::Headers headers = {{"Authorization", "Bearer " + ada.token.toStdString()}};
-    const auto json = body("Why did the Vasa sink?").toStdString();
-    httplib::Request request;
-    request.method = "POST";
-    request.path = runs;
-    request.headers = headers;
-    request.headers.emplace("Content-Type", "application/json");
-    request.body = json;
-    request.content_receiver = [](const char *, std::size_t, std::uint64_t, std::uint64_t) {
-        return false;
-    };
-    httplib::Response response;
-    httplib::Error error = httplib::Error::Success;
-    EXPECT_FALSE(client.send(request, response, error));
-    client.stop();
+    waits = true;
+    hangUp(running, ada, body("Why did the Vasa sink?"), [](const std::string &) { return true; });
+    gate.open();
     // Returns when the last request has ended.
     running.service.stop();
-    EXPECT_GT(whole, 30);
-    EXPECT_LT(pauses, whole / 2);
+    EXPECT_LT(pauses, 15);
 }
 
 } // namespace

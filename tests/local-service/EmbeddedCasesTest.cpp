@@ -30,16 +30,12 @@ TEST(EmbeddedCases, AreWholeAndLeadToEachOther) {
               ArchiveStyle::ids().size());
 }
 
-TEST(EmbeddedCases, AreFoundByTheirWords) {
+TEST(EmbeddedCases, TakeTurnsAmongTheNewest) {
     RunningService running(CaseData::embedded());
-    EXPECT_EQ(running.search("q=vasa").value(0), QStringLiteral("vasa-stability-test"));
-    const auto newest = running.read<SearchPage>("/v1/search?archive=foible&limit=2&locale=en");
-    EXPECT_EQ(newest.items.size(), 2);
-    EXPECT_TRUE(newest.hasMore);
-    // The archives take turns among the newest.
-    const auto first = running.read<SearchPage>("/v1/search?limit=5").items;
-    for (qsizetype index = 0; index < first.size(); ++index)
-        EXPECT_EQ(first[index].archive, ArchiveStyle::ids()[index]);
+    const auto first = running.read<SearchPage>("/v1/search?limit=5");
+    EXPECT_TRUE(first.hasMore);
+    for (qsizetype index = 0; index < first.items.size(); ++index)
+        EXPECT_EQ(first.items[index].archive, ArchiveStyle::ids()[index]);
 }
 
 } // namespace

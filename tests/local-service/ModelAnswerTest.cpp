@@ -1,20 +1,19 @@
+#include "ChatLines.h"
 #include "ChatRoutes.h"
 #include "ModelPrompt.h"
-#include "QuestionQuota.h"
-#include "RunningService.h"
 #include "ScriptedModel.h"
 
-#include "records/Conversation.h"
 #include "records/JsonDecoder.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <thread>
-
 namespace {
 
-constexpr auto runs = "/v1/chat/runs";
+using ChatLines::events;
+using ChatLines::questionsUsed;
+using ChatLines::references;
+using ChatLines::runs;
+
 const auto noPause = [](std::chrono::milliseconds) {};
 
 struct Asked {
@@ -24,18 +23,7 @@ struct Asked {
 };
 
 QByteArray body(const QByteArray &question, const QByteArray &messages = "[]") {
-    return R"({"question":")" + question + R"(","archives":["foible"],"locale":"en","messages":)" +
-           messages + R"(,"cases":[]})";
-}
-
-QList<ChatEvent> events(const std::string &body) {
-    QList<ChatEvent> events;
-    const auto lines = QByteArray::fromStdString(body).split('\n');
-    for (const QByteArray &line : lines) {
-        if (!line.isEmpty())
-            events.append(Json::decode<ChatEvent>(line));
-    }
-    return events;
+    return ChatLines::body(question, R"(["foible"])", messages);
 }
 
 QStringList types(const QList<ChatEvent> &events) {
@@ -54,22 +42,12 @@ QStringList texts(const QList<ChatEvent> &events) {
     return texts;
 }
 
-const ChatEvent &references(const QList<ChatEvent> &events) {
-    return *std::find_if(events.begin(), events.end(), [](const ChatEvent &event) {
-        return event.type == QLatin1String("references");
-    });
-}
-
 /// Each byte by itself.
 QList<QByteArray> bytes(const QByteArray &text) {
     QList<QByteArray> bytes;
     for (const char byte : text)
         bytes.append(QByteArray(1, byte));
     return bytes;
-}
-
-qint64 questionsUsed(RunningService &running, const Login &login) {
-    return running.ask<Quota>("/v1/account/quota", {}, login.token).used;
 }
 
 } // namespace
@@ -104,14 +82,14 @@ TEST(ModelAnswer, IsWrittenFromTheCasesThatTheServiceFinds) {
                                    QByteArray(5000, 'a') + R"("}])");
     const auto ada = running.join("Ada");
     const auto response = running.ask(runs, question, ada.token);
-    const auto lines = events(response.body);
+    const auto lines = events(response);
     EXPECT_EQ(types(lines).join(QLatin1Char(' ')),
               QStringLiteral("progress progress references delta delta delta done"));
     EXPECT_EQ(texts(lines),
               (QStringList{QStringLiteral("**Lantern** "), QStringLiteral("am Zürich-Quai 🏮\n\n"),
                            QStringLiteral("[1]")}));
     EXPECT_EQ(response.body.find(R"("mode")"), std::string::npos);
-    const auto preview = events(without.ask(runs, question, without.join("Ada").token).body);
+    const auto preview = events(without.ask(runs, question, without.join("Ada").token));
     EXPECT_EQ(references(lines).items, references(preview).items);
     EXPECT_EQ(questionsUsed(running, ada), 1);
 
@@ -148,43 +126,6 @@ TEST(ModelAnswer, AsksNothingWhereNoCaseIsFound) {
     EXPECT_TRUE(model.requests().empty());
 }
 
-template <class Condition>
-bool eventually(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
-}
-
-/// Asks, and hangs up at the first line of this type, once the model has been asked.
-void hangUpAt(const std::string &type, RunningService &running, const Login &login,
-              const ScriptedModel &model) {
-    const auto before = model.requests().size();
-    auto client = running.client();
-    std::string received;
-    httplib::Request request;
-    request.method = "POST";
-    request.path = runs;
-    request.headers = {{"Authorization", "Bearer " + login.token.toStdString()},
-                       {"Content-Type", "application/json"}};
-    request.body = body("Who had a lantern?").toStdString();
-    request.content_receiver = [&](const char *bytes, std::size_t size, std::uint64_t,
-                                   std::uint64_t) {
-        received.append(bytes, size);
-        if (received.find("\"type\":\"" + type + "\"") == std::string::npos)
-            return true;
-        EXPECT_TRUE(eventually([&] { return model.requests().size() > before; }));
-        return false;
-    };
-    httplib::Response response;
-    auto error = httplib::Error::Success;
-    client.send(request, response, error);
-    EXPECT_EQ(error, httplib::Error::Canceled) << received;
-}
-
 TEST(ModelAnswer, EndsWithTheClientEvenWhileTheModelIsSilent) {
     // More often than there are places for runs: an ended one gives back its own.
     constexpr int count = ChatRoutes::greatestRuns + 2;
@@ -193,13 +134,16 @@ TEST(ModelAnswer, EndsWithTheClientEvenWhileTheModelIsSilent) {
     const std::pair<QByteArray, std::string> silences[] = {{": wait\n\n", "references"},
                                                            {ScriptedModel::event("One"), "delta"}};
     for (const auto &[stream, line] : silences) {
-        std::atomic<int> closed = 0;
-        ScriptedModel model(ScriptedModel::fallingSilentAfter({stream}, [&] { ++closed; }));
+        ScriptedModel model;
+        model.setScript(model.fallingSilentAfter({stream}));
         RunningService running(sampleCases(), noPause, model.settings());
         const auto ada = running.join("Ada");
         for (int number = 1; number <= count; ++number) {
-            hangUpAt(line, running, ada, model);
-            EXPECT_TRUE(eventually([&] { return closed == number; })) << line;
+            ChatLines::hangUp(running, ada, body("Who had a lantern?"), [&](const auto &received) {
+                return received.find("\"type\":\"" + line + "\"") != std::string::npos &&
+                       model.awaitRequests(number);
+            });
+            EXPECT_TRUE(model.awaitHangUps(number)) << line;
         }
         EXPECT_EQ(questionsUsed(running, ada), count);
     }
@@ -207,6 +151,7 @@ TEST(ModelAnswer, EndsWithTheClientEvenWhileTheModelIsSilent) {
 
 TEST(ModelAnswer, TellsWhatFailedAfterWhatHasArrived) {
     using M = ScriptedModel;
+    M model;
     const auto text = M::event("One");
     const QByteArray error = "data: {\"error\":{\"message\":\"overloaded\"}}\n\n";
     const QByteArray noStream = R"({"choices":[{"message":{"content":"One"}}]})";
@@ -240,12 +185,11 @@ TEST(ModelAnswer, TellsWhatFailedAfterWhatHasArrived) {
         {"an early end", M::sending({text, "data: [DONE]"}), brokeOff, one},
         {"an error later", M::sending({text, error}), brokeOff, one},
         {"no end", M::sending({text, QByteArray(5 * 1024 * 1024, 'a')}), brokeOff, one},
-        {"silence", M::fallingSilentAfter({": wait\n\n"}), silent},
-        {"silence later", M::fallingSilentAfter({text}), silent, one},
+        {"silence", model.fallingSilentAfter({": wait\n\n"}), silent},
+        {"silence later", model.fallingSilentAfter({text}), silent, one},
     };
     testing::internal::CaptureStderr();
     std::string seen;
-    M model;
     auto impatient = model.settings();
     impatient.longestSilence = std::chrono::seconds(2);
     RunningService patientOne(sampleCases(), noPause, model.settings());
@@ -259,16 +203,17 @@ TEST(ModelAnswer, TellsWhatFailedAfterWhatHasArrived) {
         const auto &login = waits ? bob : ada;
         const auto used = questionsUsed(running, login);
         model.setScript(failure.script);
-        const auto reply = running.ask(runs, body("Who had a lantern?"), login.token).body;
+        const auto reply = running.ask(runs, body("Who had a lantern?"), login.token);
         const auto lines = events(reply);
         EXPECT_EQ(lines.last().type, QStringLiteral("error")) << failure.name;
-        EXPECT_TRUE(lines.last().message->startsWith(failure.sentence)) << failure.name << reply;
+        EXPECT_TRUE(lines.last().message->startsWith(failure.sentence))
+            << failure.name << reply.body;
         EXPECT_EQ(types(lines).count(QStringLiteral("references")), 1) << failure.name;
         EXPECT_EQ(texts(lines), failure.texts) << failure.name;
         // What gave no text costs nothing.
         EXPECT_EQ(questionsUsed(running, login) - used, failure.texts.size()) << failure.name;
         EXPECT_EQ(model.requests().size(), ++asked) << failure.name;
-        seen += reply;
+        seen += reply.body;
     }
     EXPECT_TRUE(elsewhere.requests().empty());
     seen += testing::internal::GetCapturedStderr();
@@ -281,7 +226,7 @@ TEST(ModelAnswer, FailsWhereNothingListens) {
     const auto settings = ScriptedModel().settings();
     RunningService running(sampleCases(), noPause, settings);
     const auto ada = running.join("Ada");
-    const auto lines = events(running.ask(runs, body("Who had a lantern?"), ada.token).body);
+    const auto lines = events(running.ask(runs, body("Who had a lantern?"), ada.token));
     EXPECT_EQ(lines.last().type, QStringLiteral("error"));
     EXPECT_TRUE(texts(lines).isEmpty());
     EXPECT_EQ(questionsUsed(running, ada), 0);
@@ -289,13 +234,13 @@ TEST(ModelAnswer, FailsWhereNothingListens) {
 
 TEST(ModelAnswer, NeedsNoWordAboutItsEnd) {
     const auto last = R"(data: {"choices":[{"delta":{"content":"!"},"finish_reason":"stop"}]})";
-    ScriptedModel model(
-        ScriptedModel::fallingSilentAfter({ScriptedModel::event("One"), last, "\n\n"}));
+    ScriptedModel model;
+    model.setScript(model.fallingSilentAfter({ScriptedModel::event("One"), last, "\n\n"}));
     auto settings = model.settings();
     settings.key.clear();
     RunningService running(sampleCases(), noPause, settings);
     const auto ada = running.join("Ada");
-    const auto lines = events(running.ask(runs, body("Who had a lantern?"), ada.token).body);
+    const auto lines = events(running.ask(runs, body("Who had a lantern?"), ada.token));
     EXPECT_EQ(texts(lines).join(QString()), QStringLiteral("One!"));
     EXPECT_EQ(lines.last().type, QStringLiteral("done"));
     ASSERT_EQ(model.requests().size(), 1u);

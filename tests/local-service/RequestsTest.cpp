@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <thread>
 
 #include <arpa/inet.h>
 #include <sys/socket.h>
@@ -219,30 +218,13 @@ TEST(Requests, ConnectionsAreKeptAndDoNotHinderTheEnd) {
         connection.say("GET /v1/health HTTP/1.1\r\nHost: localhost\r\n\r\n");
         EXPECT_EQ(replies(connection.hear("}")), 1u);
     }
-    // By then the service waits for a fourth request.
-    std::this_thread::sleep_for(100ms);
+    // By the time that others are answered, the service waits for a fourth request.
+    for (int count = 0; count < 20; ++count)
+        EXPECT_EQ(running.get("/v1/health").status, 200);
     const auto begin = std::chrono::steady_clock::now();
     running.service.stop();
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 4s);
     EXPECT_FALSE(RawConnection(running.service.port()).isConnected());
-}
-
-TEST(RequestLog, TellsNothingPrivate) {
-    testing::internal::CaptureStderr();
-    std::string token;
-    {
-        RunningService running;
-        token = running.join("Ada").token.toStdString();
-        running.get("/v1/search?q=heartache");
-        running.get("/google/native/start?client=macos&state=heartache");
-        running.ask("/v1/account/me", {}, QString::fromStdString(token));
-    }
-    const auto log = testing::internal::GetCapturedStderr();
-    EXPECT_NE(log.find("GET /v1/search 200"), std::string::npos) << log;
-    EXPECT_NE(log.find("GET /google/native/start 400"), std::string::npos) << log;
-    for (const auto &secret :
-         {token, std::string("heartache"), std::string("horse"), std::string("Ada")})
-        EXPECT_EQ(log.find(secret), std::string::npos) << log;
 }
 
 TEST(RequestLog, ShowsEveryByteAsVisibleText) {

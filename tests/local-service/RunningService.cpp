@@ -16,12 +16,7 @@ httplib::Client RunningService::client() const {
 }
 
 httplib::Response RunningService::get(const std::string &address) {
-    auto result = client().Get(address);
-    if (result)
-        return *result;
-    httplib::Response none;
-    none.status = 0;
-    return none;
+    return ask(address, {});
 }
 
 httplib::Response RunningService::ask(const std::string &address, const QByteArray &json,

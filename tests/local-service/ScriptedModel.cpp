@@ -3,6 +3,7 @@
 namespace {
 
 constexpr auto eventStream = "text/event-stream";
+constexpr std::chrono::seconds patience(30);
 
 void sendAll(const QList<QByteArray> &parts, httplib::DataSink &sink) {
     for (const QByteArray &part : parts)
@@ -17,6 +18,7 @@ ScriptedModel::ScriptedModel(Script script)
                   [this](const httplib::Request &request, httplib::Response &response) {
                       const std::lock_guard lock(m_mutex);
                       m_requests.push_back(request);
+                      m_changed.notify_all();
                       m_script(response);
                   });
     m_thread = std::thread([this] { m_server.listen_after_bind(); });
@@ -74,17 +76,29 @@ ScriptedModel::Script ScriptedModel::breakingOffAfter(const QList<QByteArray> &p
     };
 }
 
-ScriptedModel::Script ScriptedModel::fallingSilentAfter(const QList<QByteArray> &parts,
-                                                        const std::function<void()> &closed) {
-    return [parts, closed](httplib::Response &response) {
+ScriptedModel::Script ScriptedModel::fallingSilentAfter(const QList<QByteArray> &parts) {
+    return [this, parts](httplib::Response &response) {
         response.set_chunked_content_provider(
-            eventStream, [parts, closed](std::size_t offset, httplib::DataSink &sink) {
+            eventStream, [this, parts](std::size_t offset, httplib::DataSink &sink) {
                 if (offset == 0)
                     sendAll(parts, sink);
+                std::unique_lock lock(m_mutex);
+                // The library tells of a closed connection only when it is asked.
                 while (sink.is_writable())
-                    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-                closed();
+                    m_changed.wait_for(lock, std::chrono::milliseconds(1));
+                ++m_hangUps;
+                m_changed.notify_all();
                 return false;
             });
     };
+}
+
+bool ScriptedModel::awaitRequests(int count) {
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, patience, [&] { return std::ssize(m_requests) >= count; });
+}
+
+bool ScriptedModel::awaitHangUps(int count) {
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, patience, [&] { return m_hangUps >= count; });
 }

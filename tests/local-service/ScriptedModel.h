@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 
+#include <condition_variable>
 #include <functional>
 #include <httplib.h>
 #include <mutex>
@@ -36,9 +37,12 @@ public:
     static Script sending(const QList<QByteArray> &parts);
     /// Sends them, and breaks off.
     static Script breakingOffAfter(const QList<QByteArray> &parts);
-    /// Sends them, and then nothing until the connection is closed; `closed` is called then.
-    static Script fallingSilentAfter(
-        const QList<QByteArray> &parts, const std::function<void()> &closed = [] {});
+    /// Sends them, and then nothing until the other side hangs up.
+    Script fallingSilentAfter(const QList<QByteArray> &parts);
+
+    /// Whether so many have come, or hung up on a silent reply, before patience ends.
+    bool awaitRequests(int count);
+    bool awaitHangUps(int count);
 
 private:
     httplib::Server m_server;
@@ -46,5 +50,7 @@ private:
     mutable std::mutex m_mutex;
     Script m_script;
     std::vector<httplib::Request> m_requests;
+    int m_hangUps = 0;
+    std::condition_variable m_changed;
     std::thread m_thread;
 };

@@ -54,7 +54,6 @@ TEST(SettingsPreferences, eachNameHasItsOwnAndSharesNothing) {
     EXPECT_EQ(local.value(u"server"_s), std::nullopt);
 
     // A file that Qt would otherwise read for every program of the same maker.
-
     QFile file(u"%1/Shared.conf"_s.arg(qEnvironmentVariable("XDG_CONFIG_HOME")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[General]\nserver=https://elsewhere.example\n");

@@ -9,55 +9,66 @@ namespace {
 
 class TransportFailure : public TransportTest {};
 
-HttpRequest impatient(HttpRequest request, std::chrono::milliseconds timeout = 150ms) {
-    request.timeout = timeout;
-    return request;
-}
-
 } // namespace
 
-TEST_F(TransportFailure, aPostThatIsReadAndDroppedArrivesOnce) {
-    const auto whole = ScriptedAnswer::reply(200, "{\"items\":[]}");
-    for (const auto &answer : {ScriptedAnswer::hangUp(), whole.cutInHead(), whole.cutInBody()}) {
-        SCOPED_TRACE(answer.bytes().constData());
-        const auto before = service.requests().size();
-        service.always("POST", u"/v1/chat/runs"_s, answer);
-        EXPECT_EQ(ending(postPath(u"/v1/chat/runs"_s)), "networkConnectionLost");
-        // By the time that a later request is answered, a repeated one would have been seen.
-        service.expect("GET", u"/after"_s, ScriptedAnswer::reply(200));
-        EXPECT_EQ(ending(getPath(u"/after"_s)), "200");
-        EXPECT_EQ(service.requests().size(), before + 2);
-    }
-}
-
-TEST_F(TransportFailure, aReplyThatBreaksOffIsNoReply) {
-    const auto whole = ScriptedAnswer::reply(200, QByteArray(3000, 'x'));
-    const auto chunked =
-        ScriptedAnswer::chunked(200, {QByteArray(3000, 'x'), QByteArray(200, 'y')});
-    const auto failed = ScriptedAnswer::reply(500, QByteArray(3000, 'x'));
-    for (const auto &answer : {ScriptedAnswer::hangUp(), whole.cutInHead(), whole.cutInBody(),
-                               chunked.cutInBody(), failed.cutInBody()}) {
-        SCOPED_TRACE(answer.bytes().left(120).constData());
-        service.always("GET", u"/broken"_s, answer);
-        EXPECT_EQ(ending(getPath(u"/broken"_s)), "networkConnectionLost");
-    }
-}
-
-TEST_F(TransportFailure, anythingButHttpIsABrokenConnection) {
-    const QList<QByteArray> answers = {
-        "SSH-2.0-Server\r\n",
-        "220 mail ready\r\n",
-        QByteArray("\x15\x03\x01\x00\x02\x02\x16", 7),
-        "\r\n\r\n\r\n",
-        "HTTP/1.1 nonsense\r\n\r\n",
-        "<!doctype html><title>Hello</title>\n\n",
+TEST_F(TransportFailure, aReplyEndsInOneWayForEachFault) {
+    const QByteArray body(3000, 'x');
+    const auto whole = ScriptedAnswer::reply(200, body);
+    const auto chunked = ScriptedAnswer::chunked(200, {body, QByteArray(200, 'y')});
+    const auto *lost = "networkConnectionLost";
+    struct Row {
+        ScriptedAnswer answer;
+        const char *ending;
+        /// What a reader of the stream has by then.
+        int status = 0;
+        qsizetype least = 0;
     };
-    for (const auto &bytes : answers) {
-        SCOPED_TRACE(bytes.toPercentEncoding(" ").constData());
-        service.always("GET", u"/odd"_s, ScriptedAnswer::raw(bytes));
-        service.expect("POST", u"/odd"_s, ScriptedAnswer::raw(bytes));
-        EXPECT_EQ(ending(getPath(u"/odd"_s)), "networkConnectionLost");
-        EXPECT_EQ(ending(postPath(u"/odd"_s)), "networkConnectionLost");
+    const std::vector<Row> rows = {
+        {whole, "whole", 200, 3000},
+        {chunked, "whole", 200, 3200},
+        {whole.dripped(20, 5ms), "whole", 200, 3000},
+        {ScriptedAnswer::reply(200), "whole", 200},
+        {ScriptedAnswer::raw("HTTP/1.1 200 OK\r\n\r\nto the end"), "whole", 200, 10},
+        {ScriptedAnswer::raw("HTTP/1.0 200 OK\r\n\r\nto the end"), "whole", 200, 10},
+        {whole.cutInBody(), lost, 200, 1500},
+        {chunked.cutInBody(), lost, 200, 1600},
+        {ScriptedAnswer::reply(500, body).cutInBody(), lost, 500, 1500},
+        {ScriptedAnswer::hangUp(), lost},
+        {whole.cutInHead(), lost},
+        {ScriptedAnswer::raw("SSH-2.0-Server\r\n"), lost},
+        {ScriptedAnswer::raw(QByteArray("\x15\x03\x01\x00\x02\x02\x16", 7)), lost},
+        {ScriptedAnswer::raw("\r\n\r\n\r\n"), lost},
+        {ScriptedAnswer::raw("HTTP/1.1 nonsense\r\n\r\n"), lost},
+        {ScriptedAnswer::raw("<!doctype html><title>Hello</title>\n\n"), lost},
+        {ScriptedAnswer::silence(), "timedOut"},
+        {whole.stalledInHead(), "timedOut"},
+        {whole.stalledInBody(), "timedOut", 200, 1500},
+    };
+    for (const auto &row : rows) {
+        for (auto [way, request] : everyRequest(u"/v1/chat/runs"_s)) {
+            SCOPED_TRACE((request.method + row.answer.bytes().left(60)).toStdString() + row.ending);
+            const auto before = service.requests().size();
+            service.always(request.method, u"/v1/chat/runs"_s, row.answer);
+            request.timeout = 300ms;
+            QElapsedTimer elapsed;
+            elapsed.start();
+            const auto reading = read(way, request);
+            EXPECT_EQ(reading.ending, row.ending);
+            if (way == Way::streamed || reading.ending == "whole") {
+                EXPECT_EQ(reading.status, row.status);
+                EXPECT_GE(reading.bytes.size(), row.least) << "what came is given first";
+            }
+            if (reading.ending == "timedOut") {
+                EXPECT_GE(elapsed.elapsed(), 280);
+            }
+            if (request.method == "POST" || reading.ending == "timedOut") {
+                EXPECT_TRUE(lastConnectionCloses());
+                // By the time that a later request is answered, a repeated one would have come.
+                service.expect("GET", u"/after"_s, ScriptedAnswer::reply(200));
+                EXPECT_EQ(ending(getPath(u"/after"_s)), "200");
+                EXPECT_EQ(service.requests().size(), before + 2) << "asked again";
+            }
+        }
     }
 }
 
@@ -69,12 +80,11 @@ TEST_F(TransportFailure, aDamagedCompressedBodyIsNoReply) {
 }
 
 TEST_F(TransportFailure, aServiceThatCannotBeReachedIsNamedAsSuch) {
-    const auto base = service.base();
     service.expect("GET", u"/first"_s, ScriptedAnswer::reply(200));
     ASSERT_EQ(ending(getPath(u"/first"_s)), "200");
     service.refuse();
-    EXPECT_EQ(ending(get(base + u"/health"_s)), "cannotConnectToHost");
-    EXPECT_EQ(ending(postPath(u"/health"_s)), "cannotConnectToHost");
+    for (const auto &[way, request] : everyRequest(u"/health"_s))
+        EXPECT_EQ(read(way, request).ending, "cannotConnectToHost");
     EXPECT_EQ(ending(get(u"http://no-such-host.invalid/health"_s)), "cannotFindHost");
 }
 
@@ -94,50 +104,38 @@ TEST_F(TransportFailure, aSecureConnectionToAPlainServiceFails) {
 }
 
 TEST_F(TransportFailure, anAddressThatLeadsNowhereIsRefusedAtOnce) {
-    for (const auto &address : {u""_s, u"/v1/health"_s, u"http://"_s, u"file:///etc/hostname"_s,
-                                u"data:,text"_s, u"mailto:a@example.org"_s}) {
-        SCOPED_TRACE(address.toStdString());
-        EXPECT_EQ(ending(get(address)), "badURL");
+    for (const auto *address : {"", "/v1/health", "http://", "file:///etc/hostname", "data:,text",
+                                "mailto:a@example.org", "gopher://127.0.0.1/"}) {
+        for (const auto way : {Way::whole, Way::streamed})
+            EXPECT_EQ(read(way, get(QLatin1String(address))).ending, "badURL") << address;
     }
-    EXPECT_EQ(ending(get(u"gopher://127.0.0.1/"_s)), "badURL");
-}
-
-TEST_F(TransportFailure, silenceEndsInATimeOut) {
-    const auto whole = ScriptedAnswer::reply(200, QByteArray(3000, 'x'));
-    for (const auto &answer :
-         {ScriptedAnswer::silence(), whole.stalledInHead(), whole.stalledInBody()}) {
-        SCOPED_TRACE(answer.bytes().left(120).constData());
-        service.always("GET", u"/slow"_s, answer);
-        service.always("POST", u"/slow"_s, answer);
-        for (const auto &request : {getPath(u"/slow"_s), postPath(u"/slow"_s)}) {
-            QElapsedTimer elapsed;
-            elapsed.start();
-            EXPECT_EQ(ending(impatient(request)), "timedOut");
-            EXPECT_GE(elapsed.elapsed(), 140);
-            const auto connection = service.requests().back().connection;
-            EXPECT_TRUE(eventually([&] { return !service.isOpen(connection); }));
-        }
-    }
-    EXPECT_EQ(service.count(u"/slow"_s), 6) << "a request that timed out is not sent again";
 }
 
 TEST_F(TransportFailure, aServiceThatKeepsTalkingIsGivenTime) {
     const QByteArray body(2000, 'x');
-    const auto slow = ScriptedAnswer::reply(200, body).dripped(16, 100ms);
-    service.expect("GET", u"/slow"_s, slow);
-    service.expect("POST", u"/slow"_s, slow);
-    auto reading = send(impatient(getPath(u"/slow"_s), 1000ms));
-    auto posting = send(impatient(postPath(u"/slow"_s), 1000ms));
     QElapsedTimer elapsed;
     elapsed.start();
-    EXPECT_EQ(await(std::move(reading)).body, body);
-    EXPECT_EQ(await(std::move(posting)).body, body);
+    std::vector<std::shared_ptr<Reading>> readings;
+    for (auto [way, request] : everyRequest(u"/slow"_s)) {
+        service.expect(request.method, u"/slow"_s,
+                       ScriptedAnswer::reply(200, body).dripped(16, 100ms));
+        request.timeout = 1000ms;
+        readings.push_back(begin(way, request));
+    }
+    EXPECT_TRUE(eventually([&] { return readings.back()->bytes.size() > 250; }));
+    EXPECT_LT(readings.back()->bytes.size(), 1500) << "a stream is given as it comes";
+    for (const auto &reading : readings) {
+        EXPECT_TRUE(ended(reading));
+        EXPECT_EQ(reading->bytes, body) << reading->ending;
+    }
     EXPECT_GT(elapsed.elapsed(), 1100) << "the whole must take longer than the allowed silence";
 }
 
 TEST_F(TransportFailure, aTimeOutAndACancellationAreToldApart) {
     service.always("GET", u"/slow"_s, ScriptedAnswer::silence());
-    auto timed = send(impatient(getPath(u"/slow"_s)));
+    auto impatient = getPath(u"/slow"_s);
+    impatient.timeout = 150ms;
+    auto timed = send(impatient);
     auto patient = send(getPath(u"/slow"_s));
     ASSERT_TRUE(eventually([&] { return service.count(u"/slow"_s) == 2; }));
     EXPECT_EQ(ending(std::move(timed)), "timedOut");

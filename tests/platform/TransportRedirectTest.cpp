@@ -76,12 +76,14 @@ TEST_F(TransportRedirect, anotherOriginIsNeverVisited) {
 
 TEST_F(TransportRedirect, aPostIsNeverSentOn) {
     for (const int status : {301, 302, 303, 307, 308}) {
-        service.expect("POST", u"/v1/chat/runs"_s, ScriptedAnswer::redirect(status, "/elsewhere"));
-        const auto response = this->response(postPath(u"/v1/chat/runs"_s));
-        EXPECT_EQ(response.status, status);
-        EXPECT_EQ(response.body, "{}");
+        for (const auto way : {Way::whole, Way::streamed}) {
+            service.expect("POST", u"/run"_s, ScriptedAnswer::redirect(status, "/elsewhere"));
+            const auto reading = read(way, withToken(postPath(u"/run"_s)));
+            EXPECT_EQ(reading.status, status);
+            EXPECT_EQ(reading.bytes, "{}");
+        }
     }
-    EXPECT_EQ(service.requests().size(), 5U);
+    EXPECT_EQ(service.requests().size(), 10U);
 }
 
 TEST_F(TransportRedirect, oneWithoutTargetIsTheReply) {

@@ -1,6 +1,7 @@
 #include "tests/platform/TransportTest.h"
 
 #include <QLocale>
+#include <QTimer>
 
 #include <set>
 
@@ -70,46 +71,38 @@ TEST_F(TransportRequest, noCookieComesBack) {
 
 TEST_F(TransportRequest, aChallengeIsAPlainReplyAndLeavesNothingBehind) {
     const QByteArray body = R"({"error":"signin_required"})";
-    for (const auto *challenge :
-         {"Basic realm=\"x\"", "Bearer", "Digest realm=\"x\", nonce=\"y\", qop=\"auth\"",
-          "Negotiate", "NTLM"}) {
+    for (const auto *challenge : {"Basic realm=\"x\"", "Bearer", "NTLM", "Negotiate",
+                                  "Digest realm=\"x\", nonce=\"y\", qop=\"auth\""}) {
         SCOPED_TRACE(challenge);
         const auto refusal = ScriptedAnswer::reply(401, body).with("WWW-Authenticate", challenge);
-        service.expect("GET", u"/me"_s, refusal);
-        service.expect("POST", u"/login"_s, refusal);
-        service.expect("GET", u"/open"_s, ScriptedAnswer::reply(200));
         const auto before = service.requests().size();
-        for (const auto &request : {withToken(getPath(u"/me"_s)), postPath(u"/login"_s)}) {
-            const auto response = this->response(request);
-            EXPECT_EQ(response.status, 401);
-            EXPECT_EQ(response.body, body);
+        for (const auto &[way, request] : everyRequest(u"/me"_s)) {
+            service.expect(request.method, u"/me"_s, refusal);
+            const auto reading = read(way, way == Way::whole ? withToken(request) : request);
+            EXPECT_EQ(reading.status, 401);
+            EXPECT_EQ(reading.bytes, body);
         }
+        service.expect("GET", u"/open"_s, ScriptedAnswer::reply(200));
         EXPECT_EQ(ending(getPath(u"/open"_s)), "200");
-        EXPECT_EQ(service.requests().size(), before + 3);
+        EXPECT_EQ(service.requests().size(), before + 4);
         EXPECT_TRUE(service.requests().back().values("Authorization").isEmpty());
     }
 }
 
 TEST_F(TransportRequest, everyStatusIsAReplyWithItsBody) {
-    for (const int status :
-         {200, 201, 206, 299, 400, 403, 404, 405, 409, 410, 418, 429, 500, 501, 502, 503, 599}) {
+    for (const int status : {200, 201, 204, 206, 299, 400, 401, 403, 404, 405, 409, 410, 418, 429,
+                             500, 502, 503, 599}) {
         SCOPED_TRACE(status);
-        service.expect("GET", u"/x"_s, ScriptedAnswer::reply(status, "{\"error\":\"x\"}"));
-        service.expect("POST", u"/x"_s, ScriptedAnswer::chunked(status, {"{\"error\"", ":\"x\"}"}));
-        for (const auto &request : {getPath(u"/x"_s), postPath(u"/x"_s)}) {
-            const auto response = this->response(request);
-            EXPECT_EQ(response.status, status);
-            EXPECT_EQ(response.body, "{\"error\":\"x\"}");
+        const QByteArray body = status == 204 ? "" : R"({"error":"x"})";
+        for (const auto &[way, request] : everyRequest(u"/x"_s)) {
+            service.expect(request.method, u"/x"_s, ScriptedAnswer::reply(status, body));
+            const auto reading = read(way, request);
+            EXPECT_EQ(reading.status, status);
+            EXPECT_EQ(reading.bytes, body);
         }
     }
-    // Some replies end where the connection does.
-    for (const auto *head :
-         {"HTTP/1.0 200 OK\r\n\r\n", "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"}) {
-        service.expect("POST", u"/x"_s, ScriptedAnswer::raw(QByteArray(head) + "to the end"));
-        EXPECT_EQ(response(postPath(u"/x"_s)).body, "to the end");
-    }
-    service.expect("POST", u"/empty"_s, ScriptedAnswer::reply(204));
-    EXPECT_EQ(ending(postPath(u"/empty"_s, {})), "204");
+    service.expect("POST", u"/empty"_s, ScriptedAnswer::reply(200));
+    EXPECT_EQ(ending(postPath(u"/empty"_s, {})), "200");
     EXPECT_EQ(service.requests().back().body, QByteArray());
 }
 
@@ -147,20 +140,49 @@ TEST_F(TransportRequest, aGetOutlivesAConnectionThatWentStale) {
     EXPECT_EQ(response(getPath(u"/third"_s)).body, "whole");
 }
 
-TEST_F(TransportRequest, aPostNeverTravelsOnAKeptConnection) {
-    service.expect("GET", u"/first"_s, ScriptedAnswer::reply(200));
-    service.expect("GET", u"/stale"_s, ScriptedAnswer::reply(200).thenClosed());
-    ASSERT_EQ(ending(getPath(u"/first"_s)), "200");
+TEST_F(TransportRequest, aPostAndAStreamNeverTravelOnAKeptConnection) {
+    service.always("GET", u"/first"_s, ScriptedAnswer::reply(200));
+    service.always("GET", u"/stale"_s, ScriptedAnswer::reply(200).thenClosed());
+    const std::pair<Way, HttpRequest> requests[] = {{Way::whole, postPath(u"/run"_s, "once")},
+                                                    {Way::streamed, postPath(u"/run"_s, "once")},
+                                                    {Way::streamed, getPath(u"/run"_s)}};
     for (const auto &before : {u"/first"_s, u"/stale"_s}) {
-        SCOPED_TRACE(before.toStdString());
-        if (before == "/stale"_L1) {
+        for (const auto &[way, request] : requests) {
             ASSERT_EQ(ending(getPath(before)), "200");
+            const auto kept = service.requests().back().connection;
+            service.expect(request.method, u"/run"_s, ScriptedAnswer::reply(200, "answer"));
+            EXPECT_EQ(read(way, withToken(request)).bytes, "answer");
+            const auto seen = service.requests().back();
+            EXPECT_GT(seen.connection, kept);
+            EXPECT_EQ(seen.body, request.body.value_or(QByteArray()));
+            EXPECT_EQ(seen.values("Authorization"), QList<QByteArray>{"Bearer secret"});
+            if (way == Way::streamed) {
+                EXPECT_EQ(seen.values("Accept-Encoding"), QList<QByteArray>{"identity"});
+            }
         }
-        service.expect("POST", u"/v1/chat/runs"_s, ScriptedAnswer::reply(200, "answer"));
-        const auto earlier = service.requests().back().connection;
-        EXPECT_EQ(response(postPath(u"/v1/chat/runs"_s, "once")).body, "answer");
-        EXPECT_EQ(service.requests().back().body, "once");
-        EXPECT_GT(service.requests().back().connection, earlier);
     }
-    EXPECT_EQ(service.count(u"/v1/chat/runs"_s), 2);
+    EXPECT_EQ(service.count(u"/run"_s), 6);
+}
+
+TEST_F(TransportRequest, aDroppedStreamClosesItsConnection) {
+    const auto whole = ScriptedAnswer::reply(200, QByteArray(200'000, 'x'));
+    service.expect("POST", u"/run"_s, whole.stalledInBody());
+    auto stream = await(transport.stream(postPath(u"/run"_s), stop.get_token()));
+    EXPECT_EQ(await(stream->read()).size(), 8192);
+    EXPECT_TRUE(service.isOpen(service.requests().back().connection));
+    stream.reset();
+    EXPECT_TRUE(lastConnectionCloses());
+    stop.request_stop();
+    settleEventLoop();
+}
+
+TEST_F(TransportRequest, aFloodLeavesTheEventLoopItsTurns) {
+    const auto body = longBody(4'000'000);
+    service.expect("POST", u"/run"_s, ScriptedAnswer::reply(200, body));
+    int turns = 0;
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout, [&] { ++turns; });
+    other.start(0);
+    EXPECT_TRUE(read(Way::streamed, postPath(u"/run"_s)).bytes == body);
+    EXPECT_GT(turns, body.size() / 8192 / 2);
 }

@@ -17,10 +17,6 @@ protected:
     void TearDown() override { Ink::shared().setDark(false); }
 };
 
-QColor rgb(QRgb value) {
-    return QColor::fromRgb(value);
-}
-
 } // namespace
 
 TEST_F(AppearanceTest, ThePaletteFollowsTheAppearanceButPaperStaysPaper) {
@@ -28,43 +24,19 @@ TEST_F(AppearanceTest, ThePaletteFollowsTheAppearanceButPaperStaysPaper) {
     int changes = 0;
     const QObject receiver;
     QObject::connect(&ink, &Ink::darkChanged, &receiver, [&] { ++changes; });
+    const auto paper = ink.property("body").value<QColor>();
+    const auto paperInk = ink.paperInk();
+    EXPECT_LT(paper.lightness(), ink.paper0().lightness());
 
     ink.setDark(false);
-    EXPECT_EQ(changes, 0);
-    EXPECT_EQ(ink.paper0(), rgb(0xEBE8E1));
-    EXPECT_EQ(ink.paper(), rgb(0x141416));
-    EXPECT_EQ(ink.sheet(), rgb(0xFFFDF9));
-    EXPECT_EQ(ink.brand(), rgb(0x8F7600));
-    const auto paperInk = ink.paperInk();
-
     ink.setDark(true);
     ink.setDark(true);
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(ink.paper0(), rgb(0x0E0E11));
-    EXPECT_EQ(ink.paper(), rgb(0xF4F1EA));
-    EXPECT_EQ(ink.sheet(), rgb(0xF4F1EA));
-    EXPECT_EQ(ink.brand(), rgb(0xFFE014));
+    EXPECT_NE(ink.property("body").value<QColor>(), paper);
+    EXPECT_GT(ink.paper().lightness(), ink.paper0().lightness());
+    EXPECT_GT(ink.paper().lightness(), ink.onPaper().lightness());
     EXPECT_EQ(ink.paperInk(), paperInk);
-    EXPECT_EQ(paperInk, rgb(0x0E0E11));
-}
-
-TEST_F(AppearanceTest, QmlReadsTheSamePalette) {
-    for (const bool dark : {false, true}) {
-        auto &ink = Ink::shared();
-        ink.setDark(dark);
-        EXPECT_EQ(ink.property("body").value<QColor>(), ink.paper());
-        EXPECT_EQ(ink.property("onPaper").value<QColor>(), dark ? rgb(0x0E0E11) : rgb(0xF4F1EA));
-    }
-}
-
-TEST_F(AppearanceTest, WithoutAChoiceTheSystemDecidesAndIsFollowed) {
-    Appearance appearance(preferences, desktop);
-    EXPECT_EQ(appearance.choiceName(), QStringLiteral("system"));
-    EXPECT_FALSE(Ink::shared().isDark());
-    desktop.setDark(true);
-    EXPECT_TRUE(Ink::shared().isDark());
-    desktop.setDark(false);
-    EXPECT_FALSE(Ink::shared().isDark());
+    EXPECT_LT(paperInk.lightness(), ink.sheet().lightness());
 }
 
 TEST_F(AppearanceTest, AChoiceIsStoredAndTheSystemNoLongerMatters) {
@@ -79,10 +51,7 @@ TEST_F(AppearanceTest, AChoiceIsStoredAndTheSystemNoLongerMatters) {
     appearance.setChoiceName(QStringLiteral("dark"));
     EXPECT_EQ(changes, 1);
 
-    desktop.setDark(true);
     appearance.setChoiceName(QStringLiteral("light"));
-    EXPECT_FALSE(Ink::shared().isDark());
-    desktop.setDark(false);
     desktop.setDark(true);
     EXPECT_FALSE(Ink::shared().isDark());
 
@@ -91,6 +60,8 @@ TEST_F(AppearanceTest, AChoiceIsStoredAndTheSystemNoLongerMatters) {
     EXPECT_TRUE(Ink::shared().isDark());
     EXPECT_EQ(preferences.value(key), QStringLiteral("system"));
     EXPECT_EQ(changes, 3);
+    desktop.setDark(false);
+    EXPECT_FALSE(Ink::shared().isDark());
 }
 
 TEST_F(AppearanceTest, AStoredChoiceHoldsFromTheStartAndAnUnknownOneIsTheSystem) {

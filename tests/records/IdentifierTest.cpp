@@ -18,17 +18,12 @@ TEST(IdentifierTest, EitherCaseIsReadAndUpperCaseIsKept) {
 }
 
 TEST(IdentifierTest, EveryOtherFormIsRefused) {
-    const char *refused[] = {"",
-                             "6F9619FF-8B86-D011-B42D-00CF4FC964F",
-                             "6F9619FF-8B86-D011-B42D-00CF4FC964FF0",
-                             " 6F9619FF-8B86-D011-B42D-00CF4FC964F",
-                             "6F9619FF8B86D011B42D00CF4FC964FF",
-                             "{6F9619FF-8B86-D011-B42D-00CF4FC964FF}",
-                             "6F9619FF-8B86-D011-B42D+00CF4FC964FF",
-                             "6F9619FF8-B86-D011-B42D-00CF4FC964FF",
-                             "GF9619FF-8B86-D011-B42D-00CF4FC964FF",
-                             "6F9619FF-8B86-D011-B42D-00CF4FC964F\xEF\xBC\xA6"};
-    for (const auto *text : refused) {
+    for (const auto *text :
+         {"", "6F9619FF-8B86-D011-B42D-00CF4FC964F", "6F9619FF-8B86-D011-B42D-00CF4FC964FF0",
+          " 6F9619FF-8B86-D011-B42D-00CF4FC964F", "6F9619FF8B86D011B42D00CF4FC964FF",
+          "{6F9619FF-8B86-D011-B42D-00CF4FC964FF}", "6F9619FF-8B86-D011-B42D+00CF4FC964FF",
+          "6F9619FF8-B86-D011-B42D-00CF4FC964FF", "GF9619FF-8B86-D011-B42D-00CF4FC964FF",
+          "6F9619FF-8B86-D011-B42D-00CF4FC964F\xEF\xBC\xA6"}) {
         EXPECT_EQ(Identifier::parse(QString::fromUtf8(text)), std::nullopt) << text;
         const auto json =
             QByteArray(R"({"title":"","messages":[],"updatedAt":0,"id":")") + text + "\"}";

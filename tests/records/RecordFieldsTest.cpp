@@ -53,50 +53,31 @@ const QJsonArray &oneOfEachType() {
     return values;
 }
 
-/// Visits every value of a text in turn, with a function that gives the whole text with another
-/// value in its place.
-class Walk {
-public:
-    using Rebuild = std::function<QJsonValue(const QJsonValue &)>;
-    /// Takes a key's object, the key, and the function that replaces the object.
-    std::function<void(const QJsonObject &, const QString &, const Rebuild &)> visitKey =
-        [](auto &&...) {};
-    std::function<void(const QJsonValue &, const Rebuild &)> visitValue = [](auto &&...) {};
-    std::function<void(const QJsonObject &, const Rebuild &)> visitObject = [](auto &&...) {};
+/// Gives the whole text with another value in the place of the visited one.
+using Rebuild = std::function<QJsonValue(const QJsonValue &)>;
+using Visitor = std::function<void(const QJsonValue &, const Rebuild &)>;
 
-    void run(const QJsonValue &value, const Rebuild &rebuild) const {
-        if (value.isArray()) {
-            const auto array = value.toArray();
-            for (qsizetype at = 0; at < array.size(); ++at) {
-                step(array[at], [=](const QJsonValue &other) {
-                    auto changed = array;
-                    changed[at] = other;
-                    return rebuild(changed);
-                });
-            }
-        } else if (value.isObject()) {
-            const auto object = value.toObject();
-            visitObject(object, rebuild);
-            for (const auto &key : object.keys()) {
-                visitKey(object, key, rebuild);
-                step(object[key], [=](const QJsonValue &other) {
-                    auto changed = object;
-                    changed[key] = other;
-                    return rebuild(changed);
-                });
-            }
-        }
+/// Visits a value and everything inside it.
+void visit(const QJsonValue &value, const Rebuild &rebuild, const Visitor &visitor) {
+    visitor(value, rebuild);
+    const auto array = value.toArray();
+    for (qsizetype at = 0; at < array.size(); ++at) {
+        const auto replace = [&, at](const QJsonValue &other) {
+            auto changed = array;
+            changed[at] = other;
+            return rebuild(changed);
+        };
+        visit(array[at], replace, visitor);
     }
-
-private:
-    void step(const QJsonValue &value, const Rebuild &rebuild) const {
-        visitValue(value, rebuild);
-        run(value, rebuild);
+    const auto object = value.toObject();
+    for (const auto &key : object.keys()) {
+        const auto replace = [&](const QJsonValue &other) {
+            auto changed = object;
+            changed[key] = other;
+            return rebuild(changed);
+        };
+        visit(object[key], replace, visitor);
     }
-};
-
-QJsonValue itself(const QJsonValue &value) {
-    return value;
 }
 
 class RecordFieldsTest : public testing::TestWithParam<RecordText> {
@@ -120,16 +101,16 @@ protected:
         }
     }
 
-    void walk(const Walk &walk) const { walk.run(annotated, itself); }
+    void visitAll(const Visitor &visitor) const {
+        visit(
+            annotated, [](const QJsonValue &whole) { return whole; }, visitor);
+    }
 };
-
-std::string recordName(const testing::TestParamInfo<RecordText> &info) {
-    return info.param.name;
-}
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Records, RecordFieldsTest, testing::ValuesIn(recordTexts()), recordName);
+INSTANTIATE_TEST_SUITE_P(Records, RecordFieldsTest, testing::ValuesIn(recordTexts()),
+                         [](const auto &record) { return record.param.name; });
 
 TEST_P(RecordFieldsTest, EveryKeySurvivesInAnyOrderAndBothDateForms) {
     // Once in the order of the contract, once in the alphabet's.
@@ -144,52 +125,40 @@ TEST_P(RecordFieldsTest, EveryKeySurvivesInAnyOrderAndBothDateForms) {
 }
 
 TEST_P(RecordFieldsTest, OnlyAnOptionalKeyMayBeMissingOrNull) {
-    Walk keys;
-    keys.visitKey = [&](const QJsonObject &object, const QString &key,
-                        const Walk::Rebuild &rebuild) {
-        auto without = object;
-        without.remove(key);
-        auto withNull = object;
-        withNull[key] = QJsonValue::Null;
-
-        if (isOptionalKey(key) || isMapKey(key))
-            expectReadAs(rebuild(without), rebuild(without));
-        else
-            expectRefused(rebuild(without));
-        if (isOptionalKey(key))
-            expectReadAs(rebuild(withNull), rebuild(without));
-        else
-            expectRefused(rebuild(withNull));
-    };
-    walk(keys);
+    visitAll([&](const QJsonValue &value, const Rebuild &rebuild) {
+        const auto object = value.toObject();
+        for (const auto &key : object.keys()) {
+            auto without = object;
+            without.remove(key);
+            auto withNull = object;
+            withNull[key] = QJsonValue::Null;
+            if (isOptionalKey(key) || isMapKey(key))
+                expectReadAs(rebuild(without), rebuild(without));
+            else
+                expectRefused(rebuild(without));
+            if (isOptionalKey(key))
+                expectReadAs(rebuild(withNull), rebuild(without));
+            else
+                expectRefused(rebuild(withNull));
+        }
+    });
 }
 
-TEST_P(RecordFieldsTest, AValueOfAnotherTypeFailsTheWhole) {
-    Walk values;
-    values.visitValue = [&](const QJsonValue &value, const Walk::Rebuild &rebuild) {
+TEST_P(RecordFieldsTest, AValueOfAnotherTypeFailsTheWholeAlsoInAList) {
+    visitAll([&](const QJsonValue &value, const Rebuild &rebuild) {
+        const auto list = value.toArray();
+        if (value.isArray())
+            expectReadAs(rebuild(QJsonArray()), rebuild(QJsonArray()));
         for (const auto &other : oneOfEachType()) {
             if (other.type() != value.type() && !other.isNull())
                 expectRefused(rebuild(other));
+            if (!list.isEmpty() && other.type() != list.first().type()) {
+                auto longer = list;
+                longer.append(other);
+                expectRefused(rebuild(longer));
+            }
         }
-    };
-    walk(values);
-}
-
-TEST_P(RecordFieldsTest, AListMayBeEmptyButHoldsNothingOfAnotherType) {
-    Walk lists;
-    lists.visitValue = [&](const QJsonValue &value, const Walk::Rebuild &rebuild) {
-        if (!value.isArray())
-            return;
-        expectReadAs(rebuild(QJsonArray()), rebuild(QJsonArray()));
-        for (const auto &other : oneOfEachType()) {
-            auto longer = value.toArray();
-            if (longer.isEmpty() || other.type() == longer.first().type())
-                continue;
-            longer.append(other);
-            expectRefused(rebuild(longer));
-        }
-    };
-    walk(lists);
+    });
 }
 
 TEST_P(RecordFieldsTest, UnknownKeysAreIgnoredAndNotWrittenBack) {
@@ -200,18 +169,17 @@ TEST_P(RecordFieldsTest, UnknownKeysAreIgnoredAndNotWrittenBack) {
     strangers.append(QJsonArray{nested, QJsonArray{nested}});
     strangers.append(QJsonObject{{QStringLiteral("id"), nested}});
 
-    Walk objects;
-    objects.visitObject = [&](const QJsonObject &object, const Walk::Rebuild &rebuild) {
-        if (!object.isEmpty() && isMapKey(object.keys().first()))
+    visitAll([&](const QJsonValue &value, const Rebuild &rebuild) {
+        const auto object = value.toObject();
+        if (object.isEmpty() || isMapKey(object.keys().first()))
             return;
         // Sorted before all keys, in their midst and after them; beginnings of keys are no keys.
         for (const auto *key : {"", "i", "idx", "\xC3\xA9"}) {
-            for (const auto &value : strangers) {
+            for (const auto &stranger : strangers) {
                 auto longer = object;
-                longer.insert(QString::fromUtf8(key), value);
+                longer.insert(QString::fromUtf8(key), stranger);
                 expectReadAs(rebuild(longer), rebuild(object));
             }
         }
-    };
-    walk(objects);
+    });
 }

@@ -1,4 +1,3 @@
-#include "records/Account.h"
 #include "records/ArchiveStyle.h"
 #include "records/Catalogue.h"
 
@@ -6,10 +5,10 @@
 #include "records/Json.h"
 #include "tests/records/RecordTexts.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSet>
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace {
 
@@ -20,39 +19,41 @@ CaseCard fullCard() {
 } // namespace
 
 TEST(RecordValuesTest, EveryFieldOfACardCountsInEqualityAndHash) {
-    const std::function<void(CaseCard &)> changes[] = {
-        [](CaseCard &card) { card.id += QLatin1Char('x'); },
-        [](CaseCard &card) { card.key += QLatin1Char('x'); },
-        [](CaseCard &card) { card.archive += QLatin1Char('x'); },
-        [](CaseCard &card) { card.title += QLatin1Char('x'); },
-        [](CaseCard &card) { card.summary += QLatin1Char('x'); },
-        [](CaseCard &card) { card.category += QLatin1Char('x'); },
-        [](CaseCard &card) { card.era += QLatin1Char('x'); },
-        [](CaseCard &card) { card.locale += QLatin1Char('x'); },
-        [](CaseCard &card) { card.strong = true; },
-        [](CaseCard &card) { card.strong.reset(); },
-        [](CaseCard &card) { card.note = QString(); },
-        [](CaseCard &card) { card.note.reset(); },
-        [](CaseCard &card) { card.accessKey = QStringLiteral("other"); },
-        [](CaseCard &card) { card.org.reset(); },
-        // The same text in the neighbouring field.
-        [](CaseCard &card) { std::swap(card.id, card.key); },
-        [](CaseCard &card) { std::swap(card.note, card.org); },
-    };
+    const auto whole = QJsonDocument::fromJson(recordText("CaseCard").text()).object();
     QSet<CaseCard> cards = {fullCard()};
     QSet<size_t> hashes = {qHash(fullCard())};
-    for (const auto &change : changes) {
-        auto card = fullCard();
-        change(card);
+    qsizetype count = 1;
+    const auto add = [&](const QJsonObject &object) {
+        const auto card = Json::decode<CaseCard>(QJsonDocument(object).toJson());
         EXPECT_NE(card, fullCard());
         cards.insert(card);
         hashes.insert(qHash(card));
+        ++count;
+    };
+    for (const auto &key : whole.keys()) {
+        auto changed = whole;
+        if (whole[key].isBool())
+            changed[key] = !whole[key].toBool();
+        else
+            changed[key] = whole[key].toString() + QLatin1Char('x');
+        add(changed);
     }
-    const auto distinct = static_cast<qsizetype>(std::size(changes)) + 1;
-    EXPECT_EQ(cards.size(), distinct);
-    EXPECT_EQ(hashes.size(), distinct);
+    for (const auto *key : {"strong", "note", "accessKey", "org"}) {
+        auto without = whole;
+        without.remove(QLatin1String(key));
+        add(without);
+    }
+    auto empty = whole;
+    empty[QLatin1String("note")] = QString();
+    add(empty);
+    // The same texts in each other's fields.
+    auto swapped = whole;
+    swapped[QLatin1String("id")] = whole[QLatin1String("key")];
+    swapped[QLatin1String("key")] = whole[QLatin1String("id")];
+    add(swapped);
+    EXPECT_EQ(cards.size(), count);
+    EXPECT_EQ(hashes.size(), count);
     EXPECT_TRUE(cards.contains(fullCard()));
-    EXPECT_EQ(qHash(fullCard(), 3), qHash(fullCard(), 3));
 }
 
 TEST(RecordValuesTest, TheCardOfAnEntryHasNoneOfTheOptionalFields) {
@@ -63,12 +64,6 @@ TEST(RecordValuesTest, TheCardOfAnEntryHasNoneOfTheOptionalFields) {
     expected.accessKey.reset();
     expected.org.reset();
     EXPECT_EQ(entry.card(), expected);
-}
-
-TEST(RecordValuesTest, TheAccountOfALoginIsTheOneOfItsReply) {
-    const auto login = Json::decode<Login>(recordText("Login").text());
-    EXPECT_EQ(login.account(), Json::decode<Account>(recordText("Account").text()));
-    EXPECT_EQ(Login().account(), Account());
 }
 
 TEST(RecordValuesTest, ArchivesHaveTheirOrderColoursAndDomains) {

@@ -44,44 +44,36 @@ TEST(WallItemTest, TheSiteNamesAnArchiveInThreeForms) {
     EXPECT_EQ(item.archiveID(), std::nullopt);
 }
 
-TEST(WallItemTest, ACardNeedsAKnownArchiveAndACase) {
-    auto item = pinnedCase();
-    item.caseId.reset();
-    EXPECT_EQ(item.caseCard(), std::nullopt);
-    item = pinnedCase();
-    item.site = QStringLiteral("elsewhere.example");
-    EXPECT_EQ(item.caseCard(), std::nullopt);
-}
-
 TEST(WallItemTest, ACardTakesTheBestTextsThatTheItemHas) {
     auto item = pinnedCase();
-    CaseCard expected;
-    expected.id = QStringLiteral("c7");
-    expected.key = QStringLiteral("lumen:c7");
-    expected.archive = QStringLiteral("lumen");
-    expected.title = QStringLiteral("c7");
-    expected.locale = QStringLiteral("en");
-    EXPECT_EQ(item.caseCard(), expected);
-
+    const auto expectCard = [&](const char *era, const char *title, const char *summary) {
+        CaseCard expected;
+        expected.id = QStringLiteral("c7");
+        expected.key = QStringLiteral("lumen:c7");
+        expected.archive = QStringLiteral("lumen");
+        expected.locale = QStringLiteral("en");
+        expected.era = QLatin1String(era);
+        expected.title = QLatin1String(title);
+        expected.summary = QLatin1String(summary);
+        EXPECT_EQ(item.caseCard(), expected) << title;
+    };
+    expectCard("", "c7", "");
     item.card = WallCard{QStringLiteral("1940s"), QStringLiteral("card title"),
                          QStringLiteral("problem"), std::nullopt};
-    expected.era = QStringLiteral("1940s");
-    expected.title = QStringLiteral("card title");
-    expected.summary = QStringLiteral("problem");
-    EXPECT_EQ(item.caseCard(), expected);
-
+    expectCard("1940s", "card title", "problem");
     item.title = QStringLiteral("item title");
     item.card->highlight = QStringLiteral("highlight");
-    expected.title = QStringLiteral("item title");
-    expected.summary = QStringLiteral("highlight");
-    EXPECT_EQ(item.caseCard(), expected);
-
+    expectCard("1940s", "item title", "highlight");
     // An empty text is a text.
-    item.title = QString();
-    item.card->highlight = QString();
-    expected.title = QString();
-    expected.summary = QString();
-    EXPECT_EQ(item.caseCard(), expected);
+    item.title = item.card->highlight = QString();
+    expectCard("1940s", "", "");
+
+    // None without a known archive and a case.
+    item.site = QStringLiteral("elsewhere.example");
+    EXPECT_EQ(item.caseCard(), std::nullopt);
+    item = pinnedCase();
+    item.caseId.reset();
+    EXPECT_EQ(item.caseCard(), std::nullopt);
 }
 
 TEST(WallItemTest, AChatStandsUnderTheItemsOwnIdAndDate) {
@@ -92,10 +84,8 @@ TEST(WallItemTest, AChatStandsUnderTheItemsOwnIdAndDate) {
     expected.savedAt = 1700000000000;
     EXPECT_EQ(pinnedChat(body).chat(), expected);
 
-    const auto bare = pinnedChat(R"({"lit":[],"question":"","cases":[],"turns":[]})").chat();
-    ASSERT_TRUE(bare);
-    EXPECT_EQ(bare->id, QStringLiteral("w2"));
-    EXPECT_EQ(bare->savedAt, 1700000000000);
+    EXPECT_EQ(pinnedChat(R"({"lit":[],"question":"","cases":[],"turns":[]})").chat()->id,
+              QStringLiteral("w2"));
 }
 
 TEST(WallItemTest, WithoutAReadableBodyThereIsNoChat) {

@@ -55,7 +55,11 @@ protected:
         EXPECT_NE(saying("SelectableText", SampleCase::card().title), nullptr);
         answer(Endpoint::caseEntry(entry.archive, entry.id), Json::encode(entry));
         // Made piece by piece, and then laid out with the next frame.
-        ASSERT_TRUE(eventually([&] { return !ofType("ReaderRest").isEmpty() && lowest() > 0; }));
+        ASSERT_TRUE(eventually([&] {
+            auto *rest = ofType("ReaderRest").value(0);
+            auto *body = ofType("ReaderBody").value(0);
+            return rest && body && lowest() > 0 && rest->mapToItem(body, {}).y() > body->height();
+        }));
     }
 
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {

@@ -19,6 +19,12 @@ QByteArray list(qsizetype bytes) {
     return R"({"items":[")" + QByteArray(bytes - 14, 'x') + R"("]})";
 }
 
+Task<void> noteThread(Task<Items<QString>> task, QThread **thread) {
+    Items<QString> items = co_await task;
+    EXPECT_EQ(items.items.join(u',').left(3), u"xxx"_s);
+    *thread = QThread::currentThread();
+}
+
 class Call : public testing::Test {
 protected:
     Task<Items<QString>> begin() {
@@ -34,8 +40,8 @@ protected:
         try {
             return await(std::move(task)).items.join(u',').left(20).toStdString();
         } catch (const ServiceError &error) {
-            return std::to_string(error.status.value_or(0)) + " " +
-                   error.errorDescription().toStdString();
+            return std::to_string(error.status.value_or(0)) + " " + error.error.toStdString() +
+                   ": " + error.errorDescription().toStdString();
         } catch (const URLError &error) {
             return URLError::name(error.code()).toStdString();
         } catch (const DecodingError &) {
@@ -69,50 +75,25 @@ TEST_F(Call, turnsStatusAndBodyIntoARecordOrAFailure) {
         {200, R"({"items":["a","b"]})", "a,b"},
         {201, R"({"items":["a"],"more":{}})", "a"},
         {299, R"({"items":[]})", ""},
-        {200, "", "undecodable"},
         {204, "", "undecodable"},
-        {200, "{}", "undecodable"},
         {200, html, "undecodable"},
-        {200, R"({"items":null})", "undecodable"},
         {200, R"({"error":"not_really","message":"No."})", "undecodable"},
-        {200, R"({"items":["a"]} trailing)", "undecodable"},
-        {401, R"({"error":"signin_required"})", "401 signin required"},
-        {403, R"({"error":"a_b_c","message":null})", "403 a b c"},
-        {403, R"({"error":"taken","message":"That name is taken."})", "403 That name is taken."},
-        {403, R"({"error":"taken","message":""})", "403 "},
-        {409, R"({"error":"x","status":200,"detail":[1]})", "409 x"},
-        {400, R"({"error":7})", "400 http 400"},
-        {400, R"({"error":"x","message":7})", "400 http 400"},
-        {400, R"({"message":"No code."})", "400 http 400"},
-        {404, "", "404 http 404"},
-        {413, "[]", "413 http 413"},
-        {500, html, "500 http 500"},
-        {502, R"({"error":"cut)", "502 http 502"},
-        {100, "", "100 http 100"},
-        {199, R"({"items":["a"]})", "199 http 199"},
-        {300, R"({"items":["a"]})", "300 http 300"},
-        {302, "", "302 http 302"},
-        {304, "", "304 http 304"},
-        {307, R"({"error":"moved_away"})", "307 moved away"},
+        {401, R"({"error":"signin_required"})", "401 signin_required: signin required"},
+        {403, R"({"error":"a_b_c","message":null})", "403 a_b_c: a b c"},
+        {403, R"({"error":"taken","message":"Taken."})", "403 taken: Taken."},
+        {403, R"({"error":"taken","message":""})", "403 taken: "},
+        {409, R"({"error":"x","status":200,"detail":[1]})", "409 x: x"},
+        {400, R"({"error":7})", "400 http_400: http 400"},
+        {400, R"({"error":"x","message":7})", "400 http_400: http 400"},
+        {404, "", "404 http_404: http 404"},
+        {500, html, "500 http_500: http 500"},
+        {502, R"({"error":"cut)", "502 http_502: http 502"},
+        {199, R"({"items":["a"]})", "199 http_199: http 199"},
+        {300, R"({"items":["a"]})", "300 http_300: http 300"},
+        {307, R"({"error":"moved_away"})", "307 moved_away: moved away"},
     };
     for (const auto &row : rows)
         EXPECT_EQ(ending(row.status, row.body), row.expected) << row.status << row.body.constData();
-}
-
-TEST_F(Call, theMachineCodeStaysReadable) {
-    for (const auto &[body, code] :
-         {std::pair{R"({"error":"signin_required"})", u"signin_required"_s},
-          std::pair{"<html>", u"http_401"_s}}) {
-        auto task = begin();
-        answer(401, body);
-        try {
-            await(std::move(task));
-            FAIL() << "a failed reply is no result";
-        } catch (const ServiceError &error) {
-            EXPECT_EQ(error.error, code);
-            EXPECT_EQ(error.message, std::nullopt);
-        }
-    }
 }
 
 TEST_F(Call, failuresOfTheTransportPassUnchanged) {
@@ -144,28 +125,13 @@ TEST_F(Call, largeRepliesAreDecodedOnAWorkerWhileTheEventLoopTurns) {
     EXPECT_FALSE(large.isReady());
     EXPECT_FALSE(broken.isReady());
 
+    // The caller goes on on the main thread.
+    QThread *thread = nullptr;
+    auto noting = noteThread(std::move(large), &thread);
     workers.release();
-    EXPECT_EQ(ending(std::move(large)), "xxxxxxxxxxxxxxxxxxxx");
+    await(std::move(noting));
+    EXPECT_EQ(thread, QCoreApplication::instance()->thread());
     EXPECT_EQ(ending(std::move(broken)), "undecodable");
-}
-
-namespace {
-
-Task<void> noteThread(Task<Items<QString>> task, QThread **thread) {
-    Items<QString> items = co_await task;
-    *thread = QThread::currentThread();
-}
-
-} // namespace
-
-TEST_F(Call, theCallerGoesOnOnTheMainThread) {
-    for (const auto size : {API::decodedInPlace, API::decodedInPlace + 1}) {
-        QThread *thread = nullptr;
-        auto noting = noteThread(begin(), &thread);
-        answer(200, list(size));
-        await(std::move(noting));
-        EXPECT_EQ(thread, QCoreApplication::instance()->thread()) << size;
-    }
 }
 
 TEST_F(Call, aCancellationWhileDecodingIsACancellation) {
@@ -187,5 +153,5 @@ TEST_F(Call, twoRequestsOfOneValueAreIndependent) {
     answer(500, "");
     answer(200, R"({"items":["second"]})");
     EXPECT_EQ(ending(std::move(second)), "second");
-    EXPECT_EQ(ending(std::move(first)), "500 http 500");
+    EXPECT_EQ(ending(std::move(first)), "500 http_500: http 500");
 }

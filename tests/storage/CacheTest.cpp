@@ -1,4 +1,5 @@
 #include "platform/SystemFiles.h"
+#include "records/Json.h"
 #include "storage/LibraryDisk.h"
 #include "storage/ProfileCache.h"
 #include "storage/ReadingCache.h"
@@ -53,13 +54,8 @@ TEST(ReadingCache, eachScopeAndKeyHasItsOwnPrivateCopy) {
 
     EXPECT_FALSE(ReadingCache::get<CaseEntry>(files, scope, u"foible:../x|en"_s));
     ReadingCache::put(files, entry, scope, u"foible:../x|en"_s);
-    const auto read = ReadingCache::get<CaseEntry>(files, scope, u"foible:../x|en"_s);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->title, entry.title);
-    EXPECT_EQ(read->sections, entry.sections);
-    EXPECT_EQ(read->hero->url, entry.hero->url);
-    EXPECT_EQ(read->year, entry.year);
-
+    EXPECT_EQ(Json::encode(ReadingCache::get<CaseEntry>(files, scope, u"foible:../x|en"_s).value()),
+              Json::encode(entry));
     EXPECT_FALSE(ReadingCache::get<CaseEntry>(files, scope, u"foible:../x|fr"_s));
     EXPECT_FALSE(ReadingCache::get<CaseEntry>(files, otherScope, u"foible:../x|en"_s));
 

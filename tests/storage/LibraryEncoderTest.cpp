@@ -4,6 +4,7 @@
 #include "sync/LibrarySync.h"
 #include "tests/storage/SampleLibrary.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -21,76 +22,46 @@ public:
     void edit(LocalLibrary &library) {
         auto &saved = library.saved;
         auto &conversations = library.conversations;
-        switch (m_random() % 16) {
-        case 0:
-            saved.prepend(SampleLibrary::card(number()));
-            break;
-        case 1:
-            if (!saved.isEmpty())
-                saved.removeAt(index(saved));
-            break;
-        case 2:
-            if (!saved.isEmpty())
-                change(saved[index(saved)]);
-            break;
-        case 3:
-            if (!saved.isEmpty())
-                saved.move(index(saved), 0);
-            break;
-        case 4:
-            conversations.prepend(SampleLibrary::conversation(number(), number() % 5));
-            break;
-        case 5:
-            if (!conversations.isEmpty())
-                conversations.removeAt(index(conversations));
-            break;
-        case 6:
-            if (!conversations.isEmpty())
-                conversations.move(index(conversations), index(conversations));
-            break;
-        case 7:
-            if (!conversations.isEmpty())
-                change(conversations[index(conversations)]);
-            break;
-        case 8:
-            // The same identity twice: no kept text may stand in for the other.
-            if (!conversations.isEmpty()) {
-                auto twin = conversations[index(conversations)];
-                change(twin);
-                conversations.append(twin);
-            }
-            break;
-        case 9:
-            LibrarySync::prepare(library);
-            break;
-        case 10:
-            if (!saved.isEmpty()) {
-                const auto edit = m_random() % 2 == 0 ? LibrarySync::CardEdit::saved
-                                                      : LibrarySync::CardEdit::removed;
-                LibrarySync::enqueueCard(saved[index(saved)], edit, library);
-            }
-            break;
-        case 11:
-            if (!conversations.isEmpty())
-                LibrarySync::enqueueConversation(conversations[index(conversations)], {}, library);
-            break;
-        case 12:
-            if (library.sync && !library.sync->pending.isEmpty())
-                library.sync->pending[index(library.sync->pending)].baseVersion = number();
-            break;
-        case 13:
-            if (library.sync)
-                library.sync->versions[u"saved|%1"_s.arg(number() % 5)] = number();
-            break;
-        case 14:
+        const std::function<void()> edits[] = {
+            [&] { saved.prepend(SampleLibrary::card(number())); },
+            [&] { conversations.prepend(SampleLibrary::conversation(number(), number() % 5)); },
+            [&] { LibrarySync::prepare(library); },
             // As after a reply: everything equal, nothing shared.
-            library = Json::decode<LocalLibrary>(Json::encode(library, dates), dates);
-            break;
-        case 15:
-            if (m_random() % 8 == 0)
-                library = m_random() % 2 == 0 ? LocalLibrary() : SampleLibrary::library(5, 5);
-            break;
-        }
+            [&] { library = Json::decode<LocalLibrary>(Json::encode(library, dates), dates); },
+            [&] {
+                if (number() < 12)
+                    library = number() < 50 ? LocalLibrary() : SampleLibrary::library(5, 5);
+            },
+            [&] {
+                if (library.sync)
+                    library.sync->versions[u"saved|%1"_s.arg(number() % 5)] = number();
+            },
+            [&] {
+                if (library.sync && !library.sync->pending.isEmpty())
+                    any(library.sync->pending).baseVersion = number();
+            },
+            // From here on with a card or a conversation that is there.
+            [&] { saved.removeAt(index(saved)); },
+            [&] { change(any(saved)); },
+            [&] { saved.move(index(saved), 0); },
+            [&] {
+                const auto edit =
+                    number() < 50 ? LibrarySync::CardEdit::saved : LibrarySync::CardEdit::removed;
+                LibrarySync::enqueueCard(any(saved), edit, library);
+            },
+            [&] { conversations.removeAt(index(conversations)); },
+            [&] { conversations.move(index(conversations), index(conversations)); },
+            [&] { change(any(conversations)); },
+            // The same identity twice: no kept text may stand in for the other.
+            [&] {
+                conversations.append(any(conversations));
+                change(conversations.last());
+            },
+            [&] { LibrarySync::enqueueConversation(any(conversations), {}, library); },
+        };
+        const auto at = m_random() % std::size(edits);
+        if (at < 7 || (at < 11 ? !saved.isEmpty() : !conversations.isEmpty()))
+            edits[at]();
     }
 
 private:
@@ -100,46 +71,34 @@ private:
     qsizetype index(const List &list) {
         return static_cast<qsizetype>(m_random() % static_cast<size_t>(list.size()));
     }
+    template <class List>
+    typename List::reference any(List &list) {
+        return list[index(list)];
+    }
 
     void change(CaseCard &card) {
-        switch (m_random() % 4) {
-        case 0:
-            card.title += u"+"_s;
-            break;
-        case 1:
-            card.strong = m_random() % 2 == 0;
-            break;
-        case 2:
-            card.note.reset();
-            break;
-        default:
-            card.key += u"!"_s;
-        }
+        const std::function<void()> changes[] = {
+            [&] { card.title += u"+"_s; }, [&] { card.strong = number() < 50; },
+            [&] { card.note.reset(); }, [&] { card.key += u"!"_s; }};
+        changes[m_random() % std::size(changes)]();
     }
 
     void change(Conversation &conversation) {
-        switch (m_random() % 6) {
-        case 0:
-            conversation.title += u"+"_s;
-            break;
-        case 1:
-            conversation.updatedAt.milliseconds += 1;
-            break;
-        case 2:
-            conversation.messages.append(ChatMessage());
-            break;
-        case 3:
-            if (!conversation.messages.isEmpty())
-                conversation.messages.last().content += u" grows"_s;
-            break;
-        case 4:
-            if (!conversation.messages.isEmpty() &&
-                !conversation.messages.last().references.isEmpty())
-                change(conversation.messages.last().references.first());
-            break;
-        default:
-            conversation.archives = QList<QString>{u"shift"_s};
-        }
+        auto &messages = conversation.messages;
+        const std::function<void()> changes[] = {
+            [&] { conversation.title += u"+"_s; },
+            [&] { conversation.updatedAt.milliseconds += 1; },
+            [&] { messages.append(ChatMessage()); },
+            [&] { conversation.archives = QList<QString>{u"shift"_s}; },
+            [&] {
+                if (!messages.isEmpty())
+                    messages.last().content += u" grows"_s;
+            },
+            [&] {
+                if (!messages.isEmpty() && !messages.last().references.isEmpty())
+                    change(messages.last().references.first());
+            }};
+        changes[m_random() % std::size(changes)]();
     }
 
     std::mt19937 m_random;

@@ -2,7 +2,8 @@
 
 #include "tests/support/PrivateBus.h"
 
-#include <gio/gio.h>
+#include <QDBusConnection>
+
 #include <memory>
 
 /// A session bus of this test alone, and a real keyring on it. Both end with the object, and with
@@ -23,10 +24,7 @@ public:
     void setFrozen(bool frozen);
 
 private:
-    GVariant *call(const char *name, const char *path, const char *method,
-                   GVariant *arguments) const;
-
     PrivateBus m_bus;
     std::unique_ptr<QProcess> m_keyring;
-    std::shared_ptr<GDBusConnection> m_connection;
+    QDBusConnection m_connection{QString()};
 };

@@ -2,7 +2,6 @@
 #include "platform/DesktopCredentialStore.h"
 #include "platform/KeyringModule.h"
 #include "platform/SystemFiles.h"
-#include "storage/TokenVault.h"
 #include "tests/storage/PrivateKeyring.h"
 #include "tests/storage/TemporaryHome.h"
 #include "tests/support/Await.h"
@@ -61,16 +60,6 @@ TEST_F(SecretService, itemsAreKeptForWhoeverComesLater) {
     EXPECT_EQ(store->remove(service, account), Outcome::notFound);
     EXPECT_EQ(store->find(service, account), std::nullopt);
     EXPECT_EQ(store->find(service, account + u'/'), "other");
-}
-
-TEST_F(SecretService, holdsTheToken) {
-    const auto store = prepared();
-    TokenVault::set(*store, u"tökén"_s, account);
-    TokenVault::set(*store, u"second"_s, account);
-    const auto later = prepared();
-    EXPECT_EQ(TokenVault::read(*later, account), u"second"_s);
-    TokenVault::set(*later, std::nullopt, account);
-    EXPECT_EQ(TokenVault::read(*prepared(), account), std::nullopt);
 }
 
 TEST_F(SecretService, aLockedKeyringNeitherAsksNorCountsAsEmpty) {

@@ -6,10 +6,8 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <csignal>
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -225,6 +223,7 @@ TEST_F(SystemFilesTest, eachFailedStepKeepsOneWholeFileAndNoRemains) {
         {"write", 1, ENOSPC, Code::noSpace, false},
         {"write", 2, ENOSPC, Code::noSpace, false},
         {"write", 3, EIO, Code::deviceFailed, false},
+        {"write", 2, EFBIG, Code::tooLarge, false},
         {"flush", 1, EIO, Code::deviceFailed, false},
         {"flush", 1, EINVAL, Code::unknown, false},
         {"rename", 1, EISDIR, Code::notAFile, false},
@@ -281,23 +280,6 @@ TEST_F(SystemFilesTest, shortAndInterruptedWritesLoseNothing) {
     EXPECT_EQ(QFileInfo(path).size(), 0);
     EXPECT_TRUE(files.exists(path));
     EXPECT_EQ(files.read(path), "");
-}
-
-TEST_F(SystemFilesTest, aFileThatOutgrowsTheLimitLeavesTheOldOne) {
-    ASSERT_TRUE(put(path, "old"));
-    rlimit former;
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &former), 0);
-    const auto formerSignal = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{10000, former.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const QList<QByteArray> pieces(30, QByteArray(1000, 'x'));
-    const auto failure = failureOf([&] { files.writeAtomically(path, pieces); });
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &former), 0);
-    std::signal(SIGXFSZ, formerSignal);
-
-    EXPECT_EQ(failure, Code::tooLarge);
-    EXPECT_EQ(contentOf(path), "old");
-    EXPECT_EQ(namesIn(directory), QStringList{u"library.json"_s});
 }
 
 TEST_F(SystemFilesTest, onlyPlainFilesAreReadAndReplaced) {

@@ -2,7 +2,6 @@
 
 #include <QTimer>
 #include <QUrl>
-#include <QUrlQuery>
 
 #include <gtest/gtest.h>
 
@@ -40,10 +39,7 @@ std::optional<SeenRequest> takeRequest(QByteArray &bytes) {
 
     request.method = firstLine[0];
     request.target = firstLine[1];
-    const auto url = QUrl::fromEncoded(request.target, QUrl::StrictMode);
-    request.path = url.path(QUrl::FullyDecoded);
-    for (const auto &item : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
-        request.query.append({item.first, item.second});
+    request.path = QUrl::fromEncoded(request.target, QUrl::StrictMode).path(QUrl::FullyDecoded);
     request.body = bytes.mid(bodyStart, length);
     bytes.remove(0, bodyStart + length);
     return request;
@@ -86,14 +82,10 @@ void ScriptedService::always(const QByteArray &method, const QString &path,
     m_script[scriptKey(method, path)].always = answer;
 }
 
-void ScriptedService::release(const std::optional<QString> &path) {
+void ScriptedService::release() {
     const auto held = std::exchange(m_held, {});
-    for (const auto &one : held) {
-        if (path && one.path != *path)
-            m_held.append(one);
-        else
-            send(one.connection, one.answer);
-    }
+    for (const auto &one : held)
+        send(one.connection, one.answer);
 }
 
 void ScriptedService::refuse() {
@@ -145,7 +137,7 @@ void ScriptedService::serve(const SeenRequest &request) {
                       << request.target.constData();
         send(request.connection, ScriptedAnswer::hangUp());
     } else if (answer->isHeld()) {
-        m_held.append(Held{request.path, request.connection, *answer});
+        m_held.append(Held{request.connection, *answer});
     } else {
         send(request.connection, *answer);
     }

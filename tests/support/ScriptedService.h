@@ -19,7 +19,6 @@ struct SeenRequest {
     QByteArray target;
     /// Decoded.
     QString path;
-    QList<std::pair<QString, QString>> query;
     QList<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
     /// Connections are numbered from 1 in the order of their arrival.
@@ -43,8 +42,8 @@ public:
     /// The answer to every such request, however often it comes.
     void always(const QByteArray &method, const QString &path, const ScriptedAnswer &answer);
 
-    /// Lets held answers go out, those of one path or all of them.
-    void release(const std::optional<QString> &path = std::nullopt);
+    /// Lets held answers go out.
+    void release();
 
     /// Closes the listening socket and every connection: from now on connections are refused.
     void refuse();
@@ -66,7 +65,6 @@ private:
     };
 
     struct Held {
-        QString path;
         int connection;
         ScriptedAnswer answer;
     };
