@@ -37,7 +37,9 @@ installed() { dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null | grep -qx
 
 find_compiler() {
     for version in "${COMPILERS[@]}"; do
-        if command -v "clang++-$version" >/dev/null && command -v "ld.lld-$version" >/dev/null; then
+        # The archiver of the link-time code is in no package that the compiler's own one needs.
+        if command -v "clang++-$version" >/dev/null && command -v "ld.lld-$version" >/dev/null &&
+            command -v "llvm-ar-$version" >/dev/null; then
             compiler=$version
             return 0
         fi
@@ -62,7 +64,7 @@ setup_packages() {
         if [ "$wants_compiler" = yes ]; then
             for version in "${COMPILERS[@]}"; do
                 if apt-cache show "clang-$version" >/dev/null 2>&1; then
-                    missing+=("clang-$version" "lld-$version")
+                    missing+=("clang-$version" "lld-$version" "llvm-$version")
                     break
                 fi
             done
