@@ -10,15 +10,16 @@
 #include "tests/support/RecordingBrowser.h"
 #include "tests/support/RecordingBrowserSession.h"
 
-/// A whole system for one test: QtTransport against a ScriptedService, or a FakeTransport.
-template <class TransportKind>
+/// A whole system for one test: QtTransport against a ScriptedService, or a FakeTransport. A
+/// benchmark has files or time that are true.
+template <class TransportKind, class FilesKind = MemoryFiles, class ClockKind = ManualClock>
 struct TestPlatform {
     TransportKind transport;
     MemoryPreferences preferences;
-    ManualClock clock;
+    ClockKind clock;
     RecordingBrowser browser;
     FixedAppearance appearance;
-    MemoryFiles files;
+    FilesKind files;
     MemoryCredentials credentials;
     FixedRandom random;
     RecordingBrowserSession browserSession;
