@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Quillmere.Presentation
 
 // The ground of a control without a look of its own: it comes forward under the pointer, and has a ring
@@ -9,17 +8,20 @@ import Quillmere.Presentation
 Rectangle {
     id: ground
 
-    required property T.AbstractButton subject
+    // Comes forward.
+    required property bool raised
+    // The keyboard is there.
+    required property bool focused
     // Stands on a sheet, which is light in both appearances.
     property bool overSheet: false
-    // Does not come forward.
-    property bool quiet: false
+
+    color: "transparent"
 
     Rectangle {
         anchors.fill: parent
         radius: ground.radius
         color: ground.overSheet ? Ink.paperInk : Ink.paper
-        opacity: ground.subject.hovered && !ground.subject.down && !ground.quiet ? 0.05 : 0
+        opacity: ground.raised ? 0.05 : 0
     }
 
     Rectangle {
@@ -27,7 +29,7 @@ Rectangle {
         // Apart from the ground, which may have the ring's own colour.
         anchors.margins: -4
         radius: ground.radius + 4
-        visible: ground.subject.visualFocus
+        visible: ground.focused
         color: "transparent"
         border.color: ground.overSheet ? Ink.paperInk : Ink.brand
         border.width: 2

@@ -28,12 +28,12 @@ T.AbstractButton {
     }
 
     background: ButtonGround {
-        subject: button
+        // What is marked has a ground of its own already.
+        raised: button.hovered && !button.down && !button.checked
+        focused: button.visualFocus
         radius: button.radius
         color: button.ground
         overSheet: button.overSheet
-        // What is marked has a ground of its own already.
-        quiet: button.checked
     }
 
     Accessible.onPressAction: button.clicked()

@@ -36,24 +36,13 @@ Item {
         onTapped: link.clicked()
     }
 
-    Rectangle {
+    ButtonGround {
         anchors.fill: parent
         anchors.leftMargin: -link.outside
         anchors.rightMargin: -link.outside
+        raised: pointer.hovered && !tap.pressed
+        focused: link.activeFocus
         radius: link.radius
-        color: Ink.paperInk
-        opacity: pointer.hovered && !tap.pressed ? 0.05 : 0
-    }
-
-    Rectangle {
-        anchors.fill: parent
-        anchors.margins: -4
-        anchors.leftMargin: -link.outside - 4
-        anchors.rightMargin: -link.outside - 4
-        radius: link.radius + 4
-        visible: link.activeFocus
-        color: "transparent"
-        border.color: Ink.paperInk
-        border.width: 2
+        overSheet: true
     }
 }

@@ -34,9 +34,9 @@ T.ItemDelegate {
     }
 
     background: ButtonGround {
-        subject: row
+        raised: row.hovered && !row.down && !row.chosen
+        focused: row.visualFocus
         radius: 9
         color: row.chosen ? Ink.paper2 : "transparent"
-        quiet: row.chosen
     }
 }
