@@ -100,17 +100,20 @@ void CaseReaderModel::setFailed(bool failed) {
 void CaseReaderModel::fillLists() {
     if (!m_entry)
         return;
+    QStringList contents;
     QList<ReaderSection> sections;
     qsizetype length = 0;
     qsizetype first = 0;
     for (const auto &section : std::as_const(m_entry->sections)) {
         const int number = static_cast<int>(sections.size()) + 1;
-        sections.append({number, sectionLabel(section.title), ReaderText::pieces(section.body)});
+        const auto label = sectionLabel(section.title);
+        contents.append(label);
+        sections.append({number, label, ReaderText::pieces(section.body)});
         if (length < ReaderText::viewful)
             first = sections.size();
         length += section.body.size();
     }
-    m_sections.setItems(sections);
+    m_contents = contents;
     m_firstSections.setItems(sections.first(first));
     m_laterSections.setItems(sections.sliced(first));
 

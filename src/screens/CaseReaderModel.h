@@ -29,10 +29,9 @@ class CaseReaderModel : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString languageNote READ languageNote NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString tradeOut READ tradeOut NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString relevance READ relevance NOTIFY entryChanged FINAL)
-    Q_PROPERTY(QAbstractListModel *sections READ sections CONSTANT FINAL)
+    Q_PROPERTY(QStringList contents READ contents NOTIFY entryChanged FINAL)
     Q_PROPERTY(QAbstractListModel *firstSections READ firstSections CONSTANT FINAL)
     Q_PROPERTY(QAbstractListModel *laterSections READ laterSections CONSTANT FINAL)
-    Q_PROPERTY(bool hasSections READ hasSections NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString heroAddress READ heroAddress NOTIFY entryChanged FINAL)
     Q_PROPERTY(QString heroLabel READ heroLabel NOTIFY entryChanged FINAL)
     Q_PROPERTY(QAbstractListModel *sources READ sources CONSTANT FINAL)
@@ -64,11 +63,11 @@ public:
         return m_entry ? m_entry->relevance.value_or(QString()) : QString();
     }
 
-    QAbstractListModel *sections() { return &m_sections; }
-    /// As many of them as fill a view, and the others.
+    /// The headings of the sections, in the language of the interface where they have one there.
+    QStringList contents() const { return m_contents; }
+    /// As many sections as fill a view, and the others.
     QAbstractListModel *firstSections() { return &m_firstSections; }
     QAbstractListModel *laterSections() { return &m_laterSections; }
-    bool hasSections() const { return !m_sections.items().isEmpty(); }
     /// Empty without accompanying material that may be opened.
     QString heroAddress() const;
     QString heroLabel() const;
@@ -121,7 +120,7 @@ private:
     std::optional<CaseEntry> m_entry;
     bool m_offline = false;
     bool m_failed = false;
-    ReaderSectionModel m_sections;
+    QStringList m_contents;
     ReaderSectionModel m_firstSections;
     ReaderSectionModel m_laterSections;
     SourceModel m_sources;

@@ -29,13 +29,13 @@ ReaderControl {
             id: rows
 
             active: false
-            model: contents.model.sections
+            model: contents.model.contents
 
             delegate: MenuRow {
                 required property int index
-                required property string label
+                required property string modelData
 
-                text: label
+                text: modelData
                 onTriggered: contents.chosen(index)
             }
 

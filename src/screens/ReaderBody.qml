@@ -51,7 +51,7 @@ Column {
     }
 
     ContentsMenu {
-        visible: page.model.hasSections
+        visible: page.model.contents.length > 0
         store: page.store
         model: page.model
         onChosen: index => page.sectionChosen(index)
