@@ -2,6 +2,7 @@
 #include "platform/RunningInstance.h"
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
+#include "tests/storage/TemporaryHome.h"
 #include "tests/support/Await.h"
 #include "tests/support/PrivateBus.h"
 
@@ -23,22 +24,17 @@ const auto id = QString::fromLatin1(BuildSettings::bundleId);
 const auto program = QStringLiteral(PROGRAM);
 const auto callback = u"quillmere-mac://auth/google?code=1"_s;
 
-void write(const QString &path, const QByteArray &text) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-}
-
 class Program : public testing::Test {
 protected:
     void SetUp() override {
         // The service is nobody's: whatever runs on this machine is left alone.
         const auto own = LibraryDisk::directoryName(id);
         QDir(bus.folder(u"config"_s)).mkdir(own);
-        write(bus.folder(u"config/"_s + own + u'/' + own + u".conf"_s),
-              "[General]\nserver=http://127.0.0.1:1\n");
-        write(bus.servicesFolder() + u'/' + id + u".service"_s,
-              "[D-BUS Service]\nName=" + id.toUtf8() + "\nExec=" + program.toUtf8() + '\n');
+        ASSERT_TRUE(put(bus.folder(u"config/"_s + own + u'/' + own + u".conf"_s),
+                        "[General]\nserver=http://127.0.0.1:1\n"));
+        ASSERT_TRUE(
+            put(bus.servicesFolder() + u'/' + id + u".service"_s,
+                "[D-BUS Service]\nName=" + id.toUtf8() + "\nExec=" + program.toUtf8() + '\n'));
         ASSERT_TRUE(bus.start());
         desktop = QDBusConnection::connectToBus(bus.address(), u"desktop"_s);
     }

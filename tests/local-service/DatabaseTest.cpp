@@ -2,33 +2,15 @@
 #include "DatabaseError.h"
 #include "RunningService.h"
 
+#include "tests/storage/TemporaryHome.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 namespace {
-
-unsigned modeOf(const QString &path) {
-    struct stat status {};
-    EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0) << path.toStdString();
-    return status.st_mode & 07777u;
-}
-
-QByteArray contents(const QString &path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
-void write(const QString &path, const QByteArray &bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 class ServiceDatabase : public testing::Test {
 protected:
@@ -65,18 +47,18 @@ TEST_F(ServiceDatabase, IsNobodyElsesToRead) {
     {
         Service service({directory(), 0, sampleCases()});
         service.start();
-        EXPECT_EQ(modeOf(directory()), 0700u);
-        EXPECT_EQ(modeOf(file()), 0600u);
-        EXPECT_EQ(modeOf(file() + QStringLiteral("-wal")), 0600u);
-        EXPECT_EQ(modeOf(file() + QStringLiteral("-shm")), 0600u);
+        EXPECT_EQ(modeOf(directory()), 0700);
+        EXPECT_EQ(modeOf(file()), 0600);
+        EXPECT_EQ(modeOf(file() + QStringLiteral("-wal")), 0600);
+        EXPECT_EQ(modeOf(file() + QStringLiteral("-shm")), 0600);
     }
     ::umask(before);
 
-    ::chmod(QFile::encodeName(directory()).constData(), 0755);
-    ::chmod(QFile::encodeName(file()).constData(), 0644);
+    setMode(directory(), 0755);
+    setMode(file(), 0644);
     startOnce();
-    EXPECT_EQ(modeOf(directory()), 0700u);
-    EXPECT_EQ(modeOf(file()), 0600u);
+    EXPECT_EQ(modeOf(directory()), 0700);
+    EXPECT_EQ(modeOf(file()), 0600);
 }
 
 TEST_F(ServiceDatabase, IsFilledOnceAndAnewOnlyForOtherData) {
@@ -84,12 +66,12 @@ TEST_F(ServiceDatabase, IsFilledOnceAndAnewOnlyForOtherData) {
     execute("INSERT INTO accounts (id, handle, foldedHandle, password)"
             " VALUES ('1', 'Kept', 'kept', '');"
             "UPDATE cases SET significance = 99");
-    const auto filled = contents(file());
+    const auto filled = contentOf(file());
 
     // The same data: not a byte changes.
     EXPECT_EQ(startOnce(), 7);
     EXPECT_EQ(number("SELECT count(*) FROM cases WHERE significance = 99"), 7);
-    EXPECT_EQ(contents(file()), filled);
+    EXPECT_EQ(contentOf(file()), filled);
 
     // Other data: the cases are new, what is not a case stays.
     EXPECT_EQ(startOnce(largerSampleCases()), 8);
@@ -114,27 +96,27 @@ TEST_F(ServiceDatabase, OfOthersIsLeftAsItIs) {
     sqlite3_exec(foreign, "CREATE TABLE cases (x); INSERT INTO cases VALUES (1)", nullptr, nullptr,
                  nullptr);
     sqlite3_close(foreign);
-    const auto database = contents(file());
+    const auto database = contentOf(file());
     ASSERT_GT(database.size(), 100);
 
     for (const QByteArray &bytes :
          {database, QByteArray("no database"), QByteArray(5000, '\0'), database.first(80)}) {
-        write(file(), bytes);
+        ASSERT_TRUE(put(file(), bytes));
         EXPECT_THROW(startOnce(), DatabaseError);
-        EXPECT_EQ(contents(file()), bytes);
+        EXPECT_EQ(contentOf(file()), bytes);
         EXPECT_EQ(QDir(directory()).entryList(QDir::Files).size(), 1);
     }
 }
 
 TEST_F(ServiceDatabase, ThatIsDamagedOrTooNewIsLeftAsItIs) {
     startOnce();
-    const auto sound = contents(file());
+    const auto sound = contentOf(file());
     execute("PRAGMA user_version = 1000");
-    const auto newer = contents(file());
+    const auto newer = contentOf(file());
     for (const auto &bytes : {newer, sound.first(100) + QByteArray(sound.size() - 100, 'x')}) {
-        write(file(), bytes);
+        ASSERT_TRUE(put(file(), bytes));
         EXPECT_THROW(startOnce(largerSampleCases()), DatabaseError);
-        EXPECT_EQ(contents(file()), bytes);
+        EXPECT_EQ(contentOf(file()), bytes);
     }
 }
 
