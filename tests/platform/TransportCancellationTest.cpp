@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-class TransportCancellation : public TransportTest {};
+using TransportCancellation = TransportTest;
 
 /// A port where the handshake never ends, since its queue is full and nobody accepts.
 class DeafPort final {

@@ -5,11 +5,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-class TransportFailure : public TransportTest {};
-
-} // namespace
+using TransportFailure = TransportTest;
 
 TEST_F(TransportFailure, aReplyEndsInOneWayForEachFault) {
     const QByteArray body(3000, 'x');
@@ -129,16 +125,4 @@ TEST_F(TransportFailure, aServiceThatKeepsTalkingIsGivenTime) {
         EXPECT_EQ(reading->bytes, body) << reading->ending;
     }
     EXPECT_GT(elapsed.elapsed(), 1100) << "the whole must take longer than the allowed silence";
-}
-
-TEST_F(TransportFailure, aTimeOutAndACancellationAreToldApart) {
-    service.always("GET", u"/slow"_s, ScriptedAnswer::silence());
-    auto impatient = getPath(u"/slow"_s);
-    impatient.timeout = 150ms;
-    auto timed = send(impatient);
-    auto patient = send(getPath(u"/slow"_s));
-    ASSERT_TRUE(eventually([&] { return service.count(u"/slow"_s) == 2; }));
-    EXPECT_EQ(ending(std::move(timed)), "timedOut");
-    stop.request_stop();
-    EXPECT_EQ(ending(std::move(patient)), "cancelled");
 }

@@ -4,7 +4,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class TransportRedirect : public TransportTest {};
+using TransportRedirect = TransportTest;
 
 QString step(int number) {
     return u"/step/%1"_s.arg(number);

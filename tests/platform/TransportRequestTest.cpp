@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class TransportRequest : public TransportTest {};
+using TransportRequest = TransportTest;
 
 /// Bytes that differ along the way, so that a lost or doubled piece shows.
 QByteArray longBody(qsizetype size) {

@@ -146,12 +146,3 @@ TEST_F(Call, aCancellationWhileDecodingIsACancellation) {
     EXPECT_EQ(ending(std::move(whole)), "cancelled");
     EXPECT_EQ(ending(std::move(broken)), "cancelled");
 }
-
-TEST_F(Call, twoRequestsOfOneValueAreIndependent) {
-    auto first = begin();
-    auto second = begin();
-    answer(500, "");
-    answer(200, R"({"items":["second"]})");
-    EXPECT_EQ(ending(std::move(second)), "second");
-    EXPECT_EQ(ending(std::move(first)), "500 http_500: http 500");
-}
