@@ -84,12 +84,12 @@ public:
     }
 
     OpenProgram &program() { return m_program; }
-    QList<QQuickItem *> rows() { return m_program.window().ofType(u"CaseRow"_s); }
-    QQuickItem *list() { return m_program.window().ofType(u"CaseList"_s).value(0); }
+    QList<QQuickItem *> rows() { return m_program.window().ofType("CaseRow"); }
+    QQuickItem *list() { return m_program.window().ofType("CaseList").value(0); }
 
     /// The text of the first section is in sight.
     bool showsText() {
-        const auto texts = m_program.window().ofType(u"SelectableText"_s);
+        const auto texts = m_program.window().ofType("SelectableText");
         return std::any_of(texts.begin(), texts.end(), [this](QQuickItem *text) {
             const auto place = text->mapToScene(QPointF());
             return text->property("text").toString().startsWith(u"The commission"_s) &&

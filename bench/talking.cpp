@@ -33,7 +33,7 @@ Conversation conversation(int number, int messages) {
 
 /// The last message of the open conversation is in sight.
 bool showsEnd(OpenProgram &program) {
-    const auto texts = program.window().ofType(u"AnswerText"_s);
+    const auto texts = program.window().ofType("AnswerText");
     const auto last = program.store().chat().messages.last().content;
     return std::any_of(texts.begin(), texts.end(), [&](QQuickItem *text) {
         const auto place = text->mapRectToScene(text->boundingRect());
@@ -67,7 +67,7 @@ int main(int argc, char **argv) {
     for (int number = 0; number < 10'000; ++number)
         many.append(conversation(number, 4));
     const auto typed = [&](const QString &query) {
-        const auto fields = program->window().ofType(u"SearchEntry"_s);
+        const auto fields = program->window().ofType("SearchEntry");
         require(fields.size() == 1, "the filter");
         return program->untilSeen([&] { fields.first()->setProperty("text", query); },
                                   [] { return true; });

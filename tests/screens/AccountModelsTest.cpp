@@ -7,7 +7,6 @@
 #include "service/Endpoints.h"
 #include "tests/store/StoreTest.h"
 
-#include <QJsonDocument>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -47,8 +46,7 @@ TEST_F(AccountModels, aFailedLoginIsToldAndTheNextTryClearsIt) {
     QSignalSpy succeeded(&model, &SignInModel::succeeded);
     model.begin(u"ann"_s, u" secret "_s);
     waitFor(Endpoint::login);
-    const auto body = QJsonDocument::fromJson(*system.transport.requests().back().body).object();
-    EXPECT_EQ(body[u"password"_s], u" secret "_s);
+    EXPECT_EQ(lastBody()[u"password"_s], u" secret "_s);
     system.transport.answer(path(Endpoint::login), 401,
                             R"({"error":"bad_login","message":"Not known."})");
     ASSERT_TRUE(eventually([&] { return model.error() == u"Not known."_s; }));

@@ -1,12 +1,9 @@
 #include "screens/CaseBrowserModel.h"
 
 #include "service/Endpoints.h"
-#include "tests/screens/SearchPages.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gtest/gtest.h>
+#include "tests/screens/ModelColumn.h"
+#include "tests/screens/SampleCase.h"
+#include "tests/store/StoreTest.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -21,7 +18,7 @@ const auto categoriesPath = u'/' + QString(Endpoint::categories);
 const QByteArray facets = R"({"categories":["medicine","deep sea"],"years":[1994,2001],)"
                           R"("decades":["before1940","1990"]})";
 
-class CaseBrowserModelTest : public testing::Test {
+class CaseBrowserModelTest : public StoreTest {
 protected:
     ~CaseBrowserModelTest() override {
         m_model.reset();
@@ -29,9 +26,9 @@ protected:
     }
 
     void appear(const QString &destination) {
-        m_store.setDestination(destination);
+        store.setDestination(destination);
         m_model = std::make_unique<CaseBrowserModel>();
-        m_model->setStore(&m_store);
+        m_model->setStore(&store);
         m_model->componentComplete();
         settleEventLoop();
     }
@@ -39,7 +36,7 @@ protected:
     /// On an archive whose first page and filters have come.
     void open() {
         appear(u"foible"_s);
-        answer(searchPage({u"a"_s, u"b"_s}, 9, true));
+        answer(SampleCase::searchPage({u"a"_s, u"b"_s}, 9, true));
         transport().answer(facetsPath, 200, facets);
         settleEventLoop();
     }
@@ -51,33 +48,21 @@ protected:
 
     void pause(std::chrono::milliseconds time) {
         settleEventLoop();
-        m_system.clock.advance(time);
+        system.clock.advance(time);
         settleEventLoop();
     }
 
-    QStringList shown() const {
-        QStringList ids;
-        const auto *cards = m_model->cards();
-        for (int row = 0; row < cards->rowCount(); ++row)
-            ids.append(cards->index(row, 0).data(CaseCardModel::caseId).toString());
-        return ids;
+    QStringList shown() const { return column(*m_model->cards(), CaseCardModel::caseId); }
+    static QStringList labels(CaseFilter *filter) {
+        return column(*filter->choices(), FilterChoices::label);
     }
 
-    QStringList labels(CaseFilter *filter) const {
-        QStringList labels;
-        for (int row = 0; row < filter->choices()->rowCount(); ++row)
-            labels.append(filter->choices()->index(row, 0).data(FilterChoices::label).toString());
-        return labels;
-    }
-
-    FakeTransport &transport() { return m_system.transport; }
-    qsizetype searching() const { return m_system.transport.waiting(searchPath); }
+    FakeTransport &transport() { return system.transport; }
+    qsizetype searching() const { return system.transport.waiting(searchPath); }
     QString lastQuery() const {
-        return m_system.transport.requests().back().url.query(QUrl::FullyDecoded);
+        return system.transport.requests().back().url.query(QUrl::FullyDecoded);
     }
 
-    TestPlatform<FakeTransport> m_system;
-    AppStore m_store{m_system.platform()};
     std::unique_ptr<CaseBrowserModel> m_model;
 };
 
@@ -90,7 +75,7 @@ TEST_F(CaseBrowserModelTest, ShowsTheFirstPageAndTheFiltersOfItsArchive) {
         transport().requests()[0].url.query(),
         u"q=&archive=makers&category=&archives=&decade=&year=&sort=recent&offset=0&locale=en"_s);
     EXPECT_EQ(transport().requests()[1].url.query(), u"archive=makers&locale=en"_s);
-    answer(searchPage({u"a"_s, u"b"_s}, 1234, true));
+    answer(SampleCase::searchPage({u"a"_s, u"b"_s}, 1234, true));
     EXPECT_EQ(m_model->showing(), Showing::Cards);
     EXPECT_EQ(shown(), QStringList({u"a"_s, u"b"_s}));
     EXPECT_EQ(m_model->total(), 1234);
@@ -110,7 +95,7 @@ TEST_F(CaseBrowserModelTest, ShowsTheFirstPageAndTheFiltersOfItsArchive) {
 TEST_F(CaseBrowserModelTest, FiltersFallBackAndMayBeMissing) {
     for (const bool old : {true, false}) {
         appear(u"foible"_s);
-        answer(searchPage({}, 0, false));
+        answer(SampleCase::searchPage({}, 0, false));
         EXPECT_EQ(m_model->showing(), Showing::Nothing);
         transport().answer(facetsPath, 404, "{}");
         settleEventLoop();
@@ -119,13 +104,13 @@ TEST_F(CaseBrowserModelTest, FiltersFallBackAndMayBeMissing) {
         settleEventLoop();
         EXPECT_EQ(m_model->category()->hasChoice(), old);
         EXPECT_FALSE(m_model->decade()->hasChoice());
-        EXPECT_EQ(m_store.notice(), std::nullopt);
+        EXPECT_EQ(store.notice(), std::nullopt);
     }
 }
 
 TEST_F(CaseBrowserModelTest, EachFilterSearchesAtOnce) {
     appear(u"all"_s);
-    answer(searchPage({}, 0, false));
+    answer(SampleCase::searchPage({}, 0, false));
     transport().answer(facetsPath, 200, facets);
     settleEventLoop();
 
@@ -154,7 +139,7 @@ TEST_F(CaseBrowserModelTest, EachFilterSearchesAtOnce) {
         EXPECT_EQ(transport().requests().size(), before + 1);
         EXPECT_TRUE(lastQuery().contains(step.sent)) << lastQuery().toStdString();
         EXPECT_EQ(m_model->showing(), Showing::Loading);
-        answer(searchPage({}, 0, false));
+        answer(SampleCase::searchPage({}, 0, false));
     }
     m_model->searchAllArchives();
     settleEventLoop();
@@ -172,15 +157,15 @@ TEST_F(CaseBrowserModelTest, TypingWaitsForAPauseAndClearingDoesNot) {
     pause(50ms);
     ASSERT_EQ(searching(), 1);
     EXPECT_TRUE(lastQuery().startsWith(u"q=bri&"_s));
-    answer(searchPage({u"c"_s}, 1, false));
+    answer(SampleCase::searchPage({u"c"_s}, 1, false));
 
     m_model->setText(u"brid"_s);
     m_model->setText(QString());
     settleEventLoop();
     ASSERT_EQ(searching(), 1);
     EXPECT_TRUE(lastQuery().startsWith(u"q=&"_s));
-    answer(searchPage({u"a"_s}, 1, false));
-    EXPECT_EQ(m_system.clock.sleepers(), 0);
+    answer(SampleCase::searchPage({u"a"_s}, 1, false));
+    EXPECT_EQ(system.clock.sleepers(), 0);
 }
 
 TEST_F(CaseBrowserModelTest, ALateReplyChangesNothing) {
@@ -188,12 +173,12 @@ TEST_F(CaseBrowserModelTest, ALateReplyChangesNothing) {
     m_model->sort()->setIndex(1);
     settleEventLoop();
     // The older reply is there, but not yet taken, when the newer search begins.
-    transport().answer(searchPath, 200, searchPage({u"old"_s}, 1, false));
+    transport().answer(searchPath, 200, SampleCase::searchPage({u"old"_s}, 1, false));
     m_model->sort()->setIndex(2);
     settleEventLoop();
     EXPECT_EQ(m_model->showing(), Showing::Loading);
     ASSERT_EQ(searching(), 1);
-    answer(searchPage({u"new"_s}, 1, false));
+    answer(SampleCase::searchPage({u"new"_s}, 1, false));
     EXPECT_EQ(shown(), QStringList({u"new"_s}));
 
     // The same with a failure, and with a search that was cancelled on its way.
@@ -206,14 +191,14 @@ TEST_F(CaseBrowserModelTest, ALateReplyChangesNothing) {
     settleEventLoop();
     EXPECT_EQ(m_model->showing(), Showing::Loading);
     EXPECT_EQ(searching(), 1);
-    answer(searchPage({u"newest"_s}, 1, false));
+    answer(SampleCase::searchPage({u"newest"_s}, 1, false));
     EXPECT_EQ(shown(), QStringList({u"newest"_s}));
 }
 
 TEST_F(CaseBrowserModelTest, AFailureEmptiesTheListAndOffersARetry) {
     open();
     m_model->setSelected(u"foible:b"_s);
-    EXPECT_EQ(m_model->selectedCard(), sampleCard(u"b"_s));
+    EXPECT_EQ(m_model->selectedCard(), SampleCase::card(u"b"_s));
     m_model->sort()->setIndex(1);
     settleEventLoop();
     transport().answer(searchPath, 500, "<html>");
@@ -223,14 +208,15 @@ TEST_F(CaseBrowserModelTest, AFailureEmptiesTheListAndOffersARetry) {
     EXPECT_EQ(m_model->total(), 0);
     EXPECT_FALSE(m_model->hasMore());
     EXPECT_EQ(m_model->selectedCard(), CaseCard());
-    EXPECT_EQ(m_store.notice(), std::nullopt);
+    EXPECT_EQ(store.notice(), std::nullopt);
 
     m_model->beginSearch();
     settleEventLoop();
     EXPECT_EQ(m_model->showing(), Showing::Loading);
-    answer(searchPage({u"b"_s}, 1, false));
+    answer(SampleCase::searchPage({u"b"_s}, 1, false));
     EXPECT_EQ(m_model->showing(), Showing::Cards);
-    EXPECT_EQ(m_model->selectedCard(), sampleCard(u"b"_s)) << "the choice outlived the failure";
+    EXPECT_EQ(m_model->selectedCard(), SampleCase::card(u"b"_s))
+        << "the choice outlived the failure";
 }
 
 TEST_F(CaseBrowserModelTest, FurtherPagesAddWhatIsNew) {
@@ -242,25 +228,25 @@ TEST_F(CaseBrowserModelTest, FurtherPagesAddWhatIsNew) {
     EXPECT_TRUE(m_model->isLoadingMore());
     ASSERT_EQ(searching(), 1) << "one page at a time";
     EXPECT_TRUE(lastQuery().contains(u"&offset=2&"_s));
-    answer(searchPage({u"b"_s, u"c"_s, u"d"_s}, 77, true));
+    answer(SampleCase::searchPage({u"b"_s, u"c"_s, u"d"_s}, 77, true));
     EXPECT_EQ(shown(), QStringList({u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
     EXPECT_EQ(m_model->total(), 9) << "the first page's word stands";
     EXPECT_TRUE(m_model->hasMore());
     EXPECT_FALSE(m_model->isLoadingMore());
-    EXPECT_EQ(m_model->selectedCard(), sampleCard(u"d"_s));
+    EXPECT_EQ(m_model->selectedCard(), SampleCase::card(u"d"_s));
 
     m_model->beginMore();
     settleEventLoop();
     transport().fail(searchPath, URLError::Code::timedOut);
     settleEventLoop();
-    EXPECT_EQ(m_store.notice(), m_store.text(u"loadFailed"_s));
+    EXPECT_EQ(store.notice(), store.text(u"loadFailed"_s));
     EXPECT_EQ(m_model->showing(), Showing::Cards);
     EXPECT_EQ(shown().size(), 4);
 
     m_model->beginMore();
     settleEventLoop();
     EXPECT_TRUE(lastQuery().contains(u"&offset=4&"_s));
-    answer(searchPage({u"a"_s, u"d"_s}, 9, false));
+    answer(SampleCase::searchPage({u"a"_s, u"d"_s}, 9, false));
     EXPECT_EQ(shown().size(), 4);
     EXPECT_FALSE(m_model->hasMore());
 }
@@ -275,13 +261,13 @@ TEST_F(CaseBrowserModelTest, AFurtherPageBelongsToTheCardsOnDisplay) {
 
     pause(250ms);
     ASSERT_EQ(searching(), 2);
-    answer(searchPage({u"page"_s}, 9, false));
+    answer(SampleCase::searchPage({u"page"_s}, 9, false));
     EXPECT_FALSE(m_model->isLoadingMore());
     EXPECT_EQ(shown(), QStringList({u"a"_s, u"b"_s})) << "dropped: another search has begun";
     m_model->beginMore();
     settleEventLoop();
     EXPECT_EQ(searching(), 1) << "no further page while the first is loading";
-    answer(searchPage({u"found"_s}, 1, false));
+    answer(SampleCase::searchPage({u"found"_s}, 1, false));
     EXPECT_EQ(shown(), QStringList({u"found"_s}));
 }
 
@@ -299,14 +285,14 @@ TEST_F(CaseBrowserModelTest, LeavingEndsEverythingSilently) {
     transport().answer(searchPath, 500, "{}");
     m_model.reset();
     settleEventLoop();
-    EXPECT_EQ(m_system.clock.sleepers(), 0);
+    EXPECT_EQ(system.clock.sleepers(), 0);
 
     // Gone before the first step was taken.
     m_model = std::make_unique<CaseBrowserModel>();
-    m_model->setStore(&m_store);
+    m_model->setStore(&store);
     m_model->componentComplete();
     m_model.reset();
     settleEventLoop();
     EXPECT_EQ(searching(), 0);
-    EXPECT_EQ(m_store.notice(), std::nullopt);
+    EXPECT_EQ(store.notice(), std::nullopt);
 }

@@ -5,10 +5,7 @@
 #include "records/ArchiveStyle.h"
 #include "service/Endpoints.h"
 #include "tests/screens/SampleCase.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/store/StoreTest.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -16,35 +13,33 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <gtest/gtest.h>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 enum class State { waiting, read, readOffline, failed };
 
-class CaseReaderModelTest : public testing::Test {
+class CaseReaderModelTest : public StoreTest {
 protected:
     void appear() {
         m_model = std::make_unique<CaseReaderModel>();
-        m_model->setProperty("store", QVariant::fromValue(&m_store));
+        m_model->setProperty("store", QVariant::fromValue(&store));
         m_model->setProperty("card", QVariant::fromValue(SampleCase::card()));
         m_model->componentComplete();
         awaitRequest();
     }
 
     void awaitRequest() {
-        ASSERT_TRUE(eventually([&] { return m_system.transport.waiting(path()) > 0; }));
+        ASSERT_TRUE(eventually([&] { return system.transport.waiting(path()) > 0; }));
     }
 
     void answer(const CaseEntry &entry) {
-        m_system.transport.answer(path(), 200, Json::encode(entry));
+        system.transport.answer(path(), 200, Json::encode(entry));
         settleEventLoop();
     }
 
     void fail(URLError::Code code) {
-        m_system.transport.fail(path(), code);
+        system.transport.fail(path(), code);
         settleEventLoop();
     }
 
@@ -67,8 +62,6 @@ protected:
 
     static QString path() { return SampleCase::path(); }
 
-    TestPlatform<FakeTransport> m_system;
-    AppStore m_store{m_system.platform()};
     std::unique_ptr<CaseReaderModel> m_model;
 };
 
@@ -76,7 +69,7 @@ protected:
 
 TEST_F(CaseReaderModelTest, ShowsWhatTheCardTellsUntilTheCaseHasCome) {
     appear();
-    EXPECT_EQ(m_system.transport.requests().back().url.query(), u"locale=en"_s);
+    EXPECT_EQ(system.transport.requests().back().url.query(), u"locale=en"_s);
     EXPECT_EQ(state(), State::waiting);
     EXPECT_EQ(m_model->title(), u"The bridge"_s);
     EXPECT_EQ(m_model->summary(), u"In summary."_s);
@@ -107,42 +100,42 @@ TEST_F(CaseReaderModelTest, OnlyALostServiceFallsBackToTheCopy) {
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.failure);
-        m_system.files.contents().clear();
+        system.files.contents().clear();
         if (row.hasCopy)
-            m_store.keepCase(SampleCase::entry(), u"foible:bridge"_s, u"en"_s);
+            store.keepCase(SampleCase::entry(), u"foible:bridge"_s, u"en"_s);
         appear();
         if (row.code) {
             fail(*row.code);
         } else {
-            m_system.transport.answer(path(), 404, "{\"error\":\"case_not_found\"}");
+            system.transport.answer(path(), 404, "{\"error\":\"case_not_found\"}");
             settleEventLoop();
         }
         EXPECT_EQ(state(), row.expected);
-        EXPECT_EQ(m_store.notice(), std::nullopt);
+        EXPECT_EQ(store.notice(), std::nullopt);
     }
 }
 
 TEST_F(CaseReaderModelTest, EachLanguageHasItsOwnCopy) {
     read(SampleCase::entry());
-    m_store.setLanguage(AppLanguage::fr);
+    store.setLanguage(AppLanguage::fr);
     settleEventLoop();
-    EXPECT_EQ(m_system.transport.requests().back().url.query(), u"locale=fr"_s);
+    EXPECT_EQ(system.transport.requests().back().url.query(), u"locale=fr"_s);
     EXPECT_EQ(state(), State::read) << "the page is not blanked meanwhile";
     auto french = SampleCase::entry();
     french.locale = u"fr"_s;
     french.title = u"Le pont"_s;
     answer(french);
     EXPECT_EQ(m_model->title(), u"Le pont"_s);
-    EXPECT_EQ(m_system.files.contents().size(), 2);
+    EXPECT_EQ(system.files.contents().size(), 2);
 
-    m_store.setLanguage(AppLanguage::de);
+    store.setLanguage(AppLanguage::de);
     settleEventLoop();
     fail(URLError::Code::timedOut);
     EXPECT_EQ(m_model->title(), u"Le pont"_s) << "there is no copy in German";
     EXPECT_EQ(state(), State::read);
     EXPECT_TRUE(m_model->hasFailed());
 
-    m_store.setLanguage(AppLanguage::en);
+    store.setLanguage(AppLanguage::en);
     settleEventLoop();
     EXPECT_FALSE(m_model->hasFailed());
     fail(URLError::Code::timedOut);
@@ -158,17 +151,17 @@ TEST_F(CaseReaderModelTest, EachLanguageHasItsOwnCopy) {
 TEST_F(CaseReaderModelTest, ALateReplyIsDropped) {
     // Of the language before.
     appear();
-    m_store.setLanguage(AppLanguage::de);
+    store.setLanguage(AppLanguage::de);
     settleEventLoop();
-    EXPECT_EQ(m_system.transport.waiting(path()), 1) << "the older request was cancelled";
+    EXPECT_EQ(system.transport.waiting(path()), 1) << "the older request was cancelled";
 
     // Of the account before: neither shown nor kept, and no failure of its own.
-    StoreAccess::setAccount(m_store, u"someone"_s);
+    StoreAccess::setAccount(store, u"someone"_s);
     answer(SampleCase::entry());
     EXPECT_EQ(state(), State::waiting);
-    EXPECT_TRUE(m_system.files.contents().isEmpty());
+    EXPECT_TRUE(system.files.contents().isEmpty());
     reload();
-    StoreAccess::setAccount(m_store, std::nullopt);
+    StoreAccess::setAccount(store, std::nullopt);
     fail(URLError::Code::timedOut);
     EXPECT_EQ(state(), State::waiting);
 
@@ -177,7 +170,7 @@ TEST_F(CaseReaderModelTest, ALateReplyIsDropped) {
     m_model->beginLoad();
     m_model.reset();
     settleEventLoop();
-    EXPECT_EQ(m_system.transport.waiting(path()), 0);
+    EXPECT_EQ(system.transport.waiting(path()), 0);
 }
 
 TEST_F(CaseReaderModelTest, FindsTheLessonAndItsName) {
@@ -221,7 +214,7 @@ TEST_F(CaseReaderModelTest, SaysWhenTheCaseIsInAnotherLanguage) {
         {u"zh-Hant"_s, AppLanguage::zhHant, u""_s},
     };
     for (const auto &[locale, language, name] : rows) {
-        m_store.setLanguage(language);
+        store.setLanguage(language);
         auto entry = SampleCase::entry();
         entry.locale = locale;
         read(entry);
@@ -266,16 +259,16 @@ TEST_F(CaseReaderModelTest, SharesTheAddressInThreeWays) {
 
     m_model->openInBrowser();
     m_model->sendByMail();
-    ASSERT_EQ(m_system.browser.opened().size(), 2);
-    EXPECT_EQ(m_system.browser.opened().first(), QUrl(entry.canonicalUrl));
-    EXPECT_EQ(m_system.browser.opened().last().toEncoded(),
+    ASSERT_EQ(system.browser.opened().size(), 2);
+    EXPECT_EQ(system.browser.opened().first(), QUrl(entry.canonicalUrl));
+    EXPECT_EQ(system.browser.opened().last().toEncoded(),
               "mailto:?subject=Ice%20%26%20fire%3A%2050%25%20more%3F"
               "&body=https%3A%2F%2Ffoible.example%2Fcases%2Fbridge");
-    EXPECT_EQ(m_store.notice(), std::nullopt);
+    EXPECT_EQ(store.notice(), std::nullopt);
 
-    m_system.browser.setWorking(false);
+    system.browser.setWorking(false);
     m_model->openInBrowser();
-    EXPECT_EQ(m_store.notice(), Copy::text(u"urlError.cannotOpenFile"_s, AppLanguage::en));
+    EXPECT_EQ(store.notice(), Copy::text(u"urlError.cannotOpenFile"_s, AppLanguage::en));
 }
 
 TEST_F(CaseReaderModelTest, ThePinFollowsTheWall) {
@@ -291,54 +284,54 @@ TEST_F(CaseReaderModelTest, ThePinFollowsTheWall) {
     item.id = u"7"_s;
     item.site = ArchiveStyle::domain(entry.archive);
     item.caseId = entry.id;
-    StoreAccess::setWall(m_store, {item});
+    StoreAccess::setWall(store, {item});
     EXPECT_TRUE(m_model->isPinned());
     EXPECT_EQ(changes, 1);
 
     // Of the card that led here, of the case itself, and of somebody else's.
     for (const auto &[key, pinnable] :
          {std::pair(u"foible:bridge"_s, false), {u"foible:renamed"_s, false}, {u"other"_s, true}}) {
-        StoreAccess::setWallMutations(m_store, {key});
+        StoreAccess::setWallMutations(store, {key});
         EXPECT_EQ(m_model->isPinnable(), pinnable) << key.toStdString();
     }
     EXPECT_EQ(changes, 4);
 
-    StoreAccess::setWallMutations(m_store, {});
+    StoreAccess::setWallMutations(store, {});
     m_model->togglePin();
     settleEventLoop();
-    EXPECT_EQ(m_store.notice(), Copy::text(u"saveNeedsAccount"_s, AppLanguage::en));
+    EXPECT_EQ(store.notice(), Copy::text(u"saveNeedsAccount"_s, AppLanguage::en));
 
-    StoreAccess::setAccount(m_store, u"someone"_s);
+    StoreAccess::setAccount(store, u"someone"_s);
     m_model->togglePin();
     settleEventLoop();
     EXPECT_FALSE(m_model->isPinnable()) << "while it is on its way";
-    m_system.transport.fail(u'/' + QString(Endpoint::wallCase), URLError::Code::timedOut);
+    system.transport.fail(u'/' + QString(Endpoint::wallCase), URLError::Code::timedOut);
     settleEventLoop();
     EXPECT_TRUE(m_model->isPinnable());
 }
 
 TEST_F(CaseReaderModelTest, AskingPutsTheCaseToItsArchiveAndGivesWayFirst) {
-    StoreAccess::setAccount(m_store, u"someone"_s);
-    StoreAccess::setSyncing(m_store);
+    StoreAccess::setAccount(store, u"someone"_s);
+    StoreAccess::setSyncing(store);
     read(SampleCase::entry());
-    m_store.setSelectedArchives({u"lumen"_s, u"shift"_s});
+    store.setSelectedArchives({u"lumen"_s, u"shift"_s});
     bool wasChatting = true;
     QObject::connect(m_model.get(), &CaseReaderModel::asked, [&] {
-        EXPECT_EQ(m_store.destination(), u"chat"_s);
-        wasChatting = m_store.isChatting();
+        EXPECT_EQ(store.destination(), u"chat"_s);
+        wasChatting = store.isChatting();
         m_model.reset();
     });
     m_model->ask();
     EXPECT_FALSE(wasChatting);
-    EXPECT_EQ(m_store.selectedArchives(), QStringList(u"foible"_s));
+    EXPECT_EQ(store.selectedArchives(), QStringList(u"foible"_s));
 
     settleEventLoop();
-    const auto body = QJsonDocument::fromJson(*m_system.transport.requests().back().body).object();
+    const auto body = QJsonDocument::fromJson(*system.transport.requests().back().body).object();
     EXPECT_EQ(body[u"question"_s].toString(),
               Copy::text(u"askSuggestOne"_s, AppLanguage::en) + u"The bridge"_s);
     EXPECT_EQ(body[u"cases"_s].toArray().size(), 1);
     EXPECT_EQ(body[u"archives"_s].toArray(), QJsonArray{u"foible"_s});
-    m_store.stopChat();
+    store.stopChat();
     settleEventLoop();
 }
 
@@ -357,9 +350,9 @@ TEST_F(CaseReaderModelTest, TheTextSizeStaysWithinItsLimitsAndIsKept) {
 
     for (const auto &[step, last] : {std::pair(1.0, 26.0), {-1.0, 15.0}}) {
         for (int times = 0; times < 20; ++times)
-            m_store.setReadingSize(m_store.readingSize() + step);
-        EXPECT_EQ(m_store.readingSize(), last);
-        EXPECT_EQ(m_system.preferences.value(u"readingSize"_s), QString::number(last));
+            store.setReadingSize(store.readingSize() + step);
+        EXPECT_EQ(store.readingSize(), last);
+        EXPECT_EQ(system.preferences.value(u"readingSize"_s), QString::number(last));
     }
 }
 

@@ -2,7 +2,7 @@
 #include "screens/CaseResults.h"
 #include "screens/FilterLabels.h"
 #include "screens/SavedSearch.h"
-#include "tests/screens/SearchPages.h"
+#include "tests/screens/SampleCase.h"
 
 #include <QSignalSpy>
 
@@ -22,7 +22,7 @@ QStringList keys(const QList<CaseCard> &cards) {
 QList<CaseCard> cards(const QStringList &ids) {
     QList<CaseCard> result;
     for (const auto &id : ids)
-        result.append(sampleCard(id));
+        result.append(SampleCase::card(id));
     return result;
 }
 
@@ -100,10 +100,10 @@ TEST(CaseResults, APageAddsOnlyItsNewCasesInOneInsertion) {
 }
 
 TEST(SavedSearch, FindsTextsInTitleAndSummaryIgnoringCase) {
-    CaseCard bridge = sampleCard(u"bridge"_s);
+    CaseCard bridge = SampleCase::card(u"bridge"_s);
     bridge.title = u"Die Große Brücke"_s;
     bridge.summary = u"ended in RUINS"_s;
-    CaseCard other = sampleCard(u"other"_s);
+    CaseCard other = SampleCase::card(u"other"_s);
     other.title = u"\u00c9tude"_s;
     SavedSearch search({bridge, other});
 
@@ -122,7 +122,7 @@ TEST(SavedSearch, FindsTextsInTitleAndSummaryIgnoringCase) {
 
     // A dotted and a dotless i are two letters in Turkish.
     const QLocale before;
-    CaseCard river = sampleCard(u"river"_s);
+    CaseCard river = SampleCase::card(u"river"_s);
     river.title = u"K\u0131z\u0131l\u0131rmak"_s;
     for (const auto language : {QLocale::Turkish, QLocale::English}) {
         QLocale::setDefault(language);

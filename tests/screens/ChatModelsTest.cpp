@@ -3,6 +3,7 @@
 #include "screens/Citations.h"
 #include "screens/ExampleQuestions.h"
 #include "screens/PromptModel.h"
+#include "tests/screens/ModelColumn.h"
 #include "tests/store/ChatTest.h"
 
 using namespace Qt::StringLiterals;
@@ -12,24 +13,15 @@ namespace {
 class ChatModelsTest : public ChatTest {
 protected:
     ChatModelsTest() {
-        prompt.setStore(&store());
-        examples.setStore(&store());
-        archives.setStore(&store());
-        announcement.setStore(&store());
+        prompt.setStore(&store);
+        examples.setStore(&store);
+        archives.setStore(&store);
+        announcement.setStore(&store);
     }
-
-    static QStringList column(QAbstractListModel *model, int role) {
-        QStringList result;
-        for (int row = 0; row < model->rowCount(); ++row)
-            result += model->index(row, 0).data(role).toString();
-        return result;
-    }
-
-    QString text(const char *key) { return store().text(QLatin1String(key)); }
 
     void fetchQuota(const QByteArray &reply) {
         system.transport.always(quotaPath, HttpResponse{200, reply});
-        await(store().refreshQuota());
+        await(store.refreshQuota());
     }
 
     PromptModel prompt;
@@ -51,20 +43,20 @@ TEST_F(ChatModelsTest, whatCannotBeSentStays) {
     EXPECT_TRUE(prompt.isSendable());
     prompt.send();
     EXPECT_EQ(prompt.prompt(), QString());
-    EXPECT_EQ(store().chat().messages.first().content, u"Why?"_s);
+    EXPECT_EQ(store.chat().messages.first().content, u"Why?"_s);
 
     prompt.setPrompt(u"And then?"_s);
     EXPECT_FALSE(prompt.isSendable()) << "an answer is under way";
     prompt.send();
     EXPECT_EQ(prompt.prompt(), u"And then?"_s);
-    store().stopChat();
+    store.stopChat();
     EXPECT_TRUE(prompt.isSendable());
 
-    StoreAccess::setAccount(store(), std::nullopt);
+    StoreAccess::setAccount(store, std::nullopt);
     EXPECT_FALSE(prompt.isSendable());
     prompt.send();
     EXPECT_EQ(prompt.prompt(), u"And then?"_s);
-    EXPECT_EQ(store().chatError(), std::nullopt);
+    EXPECT_EQ(store.chatError(), std::nullopt);
 }
 
 TEST_F(ChatModelsTest, examplesAndPlaceholderAreOfTheOneSelectedArchive) {
@@ -72,14 +64,14 @@ TEST_F(ChatModelsTest, examplesAndPlaceholderAreOfTheOneSelectedArchive) {
     EXPECT_EQ(examples.questions(),
               QStringList({text("askExamples.foible.0"), text("askExamples.foible.1"),
                            text("askExamples.foible.2")}));
-    store().setSelectedArchives({u"lumen"_s});
+    store.setSelectedArchives({u"lumen"_s});
     EXPECT_EQ(prompt.placeholder(), text("archive.ph.lumen"));
     examples.shuffle();
     examples.shuffle();
     EXPECT_EQ(examples.questions().last(), text("askExamples.lumen.8"));
     examples.shuffle();
     EXPECT_EQ(examples.questions().first(), text("askExamples.lumen.0"));
-    store().setSelectedArchives({u"lumen"_s, u"shift"_s});
+    store.setSelectedArchives({u"lumen"_s, u"shift"_s});
     EXPECT_EQ(examples.questions().first(), text("askExamples.foible.0"));
 
     askAndReceive(u"Why?"_s, "a");
@@ -103,14 +95,14 @@ TEST_F(ChatModelsTest, pillsMixAndAreSetOnceTheConversationHasBegun) {
     archives.toggle(u"shift"_s);
     EXPECT_EQ(selected(), QStringList{u"lumen"_s});
     archives.toggle(QString());
-    EXPECT_EQ(store().selectedArchives(), QStringList());
+    EXPECT_EQ(store.selectedArchives(), QStringList());
 
     archives.toggle(u"makers"_s);
     const auto body = ask(u"Why?"_s);
     archives.toggle(QString());
-    store().stopChat();
+    store.stopChat();
     archives.toggle(u"shift"_s);
-    EXPECT_EQ(store().selectedArchives(), QStringList{u"makers"_s});
+    EXPECT_EQ(store.selectedArchives(), QStringList{u"makers"_s});
 }
 
 TEST_F(ChatModelsTest, quotaLineTellsWhatIsLeft) {
@@ -131,45 +123,45 @@ TEST_F(ChatModelsTest, quotaLineTellsWhatIsLeft) {
 }
 
 TEST_F(ChatModelsTest, requestsAreOfTheSelectedArchivesAndOnceEach) {
-    EXPECT_EQ(column(archives.requests(), CaseRequestModel::archive).size(), 5);
-    store().setSelectedArchives({u"shift"_s, u"lumen"_s});
+    EXPECT_EQ(column(*archives.requests(), CaseRequestModel::archive).size(), 5);
+    store.setSelectedArchives({u"shift"_s, u"lumen"_s});
     askAndReceive(u"Why?"_s, "a");
-    EXPECT_EQ(column(archives.requests(), CaseRequestModel::archive),
+    EXPECT_EQ(column(*archives.requests(), CaseRequestModel::archive),
               QStringList({u"lumen"_s, u"shift"_s}));
-    EXPECT_EQ(column(archives.requests(), CaseRequestModel::open),
+    EXPECT_EQ(column(*archives.requests(), CaseRequestModel::open),
               QStringList({u"true"_s, u"true"_s}));
 
-    store().beginRequestMoreCases(u"shift"_s);
+    store.beginRequestMoreCases(u"shift"_s);
     const auto requestPath = QLatin1Char('/') + QString(Endpoint::requestCases);
     ASSERT_TRUE(eventually([&] { return system.transport.waiting(requestPath) > 0; }));
-    EXPECT_EQ(column(archives.requests(), CaseRequestModel::open),
+    EXPECT_EQ(column(*archives.requests(), CaseRequestModel::open),
               QStringList({u"true"_s, u"false"_s}));
     system.transport.answer(requestPath, 200, R"({"queued":true})");
     settleEventLoop();
-    EXPECT_TRUE(column(archives.requests(), CaseRequestModel::label).last().endsWith(u" ✓"_s));
-    EXPECT_EQ(column(archives.requests(), CaseRequestModel::open),
+    EXPECT_TRUE(column(*archives.requests(), CaseRequestModel::label).last().endsWith(u" ✓"_s));
+    EXPECT_EQ(column(*archives.requests(), CaseRequestModel::open),
               QStringList({u"true"_s, u"false"_s}));
 
-    store().newChat();
-    EXPECT_EQ(column(archives.requests(), CaseRequestModel::open),
+    store.newChat();
+    EXPECT_EQ(column(*archives.requests(), CaseRequestModel::open),
               QStringList({u"true"_s, u"true"_s}))
         << "another conversation asks anew";
 }
 
 TEST_F(ChatModelsTest, citationsFollowTheirMessage) {
     Citations citations;
-    citations.setMessages(store().messageModel());
+    citations.setMessages(store.messageModel());
     citations.setRow(1);
     const auto body = ask(u"Why?"_s);
     EXPECT_EQ(citations.count(), 0);
     body->send(R"({"type":"references","items":[)" + card("a").chopped(1) + R"(,"strong":false},)" +
                card("b").chopped(1) + R"(,"strong":true,"note":"N"},)" + card("c") + "]}\n");
     ASSERT_TRUE(eventually([&] { return citations.count() == 3; }));
-    EXPECT_EQ(column(citations.cards(), CitationModel::weak),
+    EXPECT_EQ(column(*citations.cards(), CitationModel::weak),
               QStringList({u"true"_s, u"false"_s, u"false"_s}));
-    EXPECT_EQ(column(citations.cards(), CitationModel::reason),
+    EXPECT_EQ(column(*citations.cards(), CitationModel::reason),
               QStringList({u"S"_s, u"N"_s, u"S"_s}));
-    store().newChat();
+    store.newChat();
     citations.setRow(0);
     EXPECT_EQ(citations.count(), 0);
 }
@@ -202,7 +194,7 @@ TEST_F(ChatModelsTest, aScreenReaderIsToldOnceHowAQuestionEnded) {
     settleEventLoop();
     body = ask(u"And again?"_s);
     settleEventLoop();
-    store().newChat();
+    store.newChat();
     settleEventLoop();
     EXPECT_EQ(told, QStringList{QString()});
 }

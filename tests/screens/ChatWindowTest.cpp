@@ -14,24 +14,18 @@ protected:
     ChatWindowTest() {
         for (const auto *path : {"/v1/health", "/v1/archives", "/v1/search", "/v1/account"})
             system.transport.always(QLatin1String(path), HttpResponse{500, "{}"});
-        store().setDestination(u"chat"_s);
-        m_window = std::make_unique<OpenWindow>(store());
+        store.setDestination(u"chat"_s);
+        m_window = std::make_unique<OpenWindow>(store);
         settleEventLoop();
-        store().dismissNotice();
+        store.dismissNotice();
         settleEventLoop();
     }
 
     OpenWindow &window() { return *m_window; }
     QQuickItem *field() const {
-        for (auto *item : m_window->window()->findChildren<QQuickItem *>(u"chat-prompt"_s))
-            return item;
-        return nullptr;
+        return m_window->window()->findChild<QQuickItem *>(u"chat-prompt"_s);
     }
     QString typed() const { return field()->property("text").toString(); }
-    QString text(const char *key) { return store().text(QLatin1String(key)); }
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(m_window->window(), key, modifiers);
-    }
 
 private:
     std::unique_ptr<OpenWindow> m_window;
@@ -44,35 +38,35 @@ TEST_F(ChatWindowTest, theKeyboardWritesAsksAndLeavesTheField) {
     ASSERT_TRUE(window().press(text("askExamples.foible.1")));
     EXPECT_EQ(typed(), text("askExamples.foible.1"));
     EXPECT_TRUE(field()->hasActiveFocus());
-    EXPECT_EQ(store().messageCount(), 0) << "an example is not sent by itself";
-    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(store.messageCount(), 0) << "an example is not sent by itself";
+    window().press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(typed(), QString());
 
-    key(Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(store().messageCount(), 0);
+    window().press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(store.messageCount(), 0);
     QGuiApplication::clipboard()->setText(u"Why\nso?"_s);
-    key(Qt::Key_V, Qt::ControlModifier);
-    key(Qt::Key_Return);
+    window().press(Qt::Key_V, Qt::ControlModifier);
+    window().press(Qt::Key_Return);
     EXPECT_EQ(typed(), u"Why\nso?\n"_s);
-    key(Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(store().chat().messages.value(0).content, u"Why\nso?"_s);
+    window().press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(store.chat().messages.value(0).content, u"Why\nso?"_s);
     EXPECT_EQ(typed(), QString());
 
     // The question that waits for the end of the answer stays.
-    key(Qt::Key_A);
-    key(Qt::Key_Return, Qt::ControlModifier);
+    window().press(Qt::Key_A);
+    window().press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(typed(), u"a"_s);
-    key(Qt::Key_Tab);
+    window().press(Qt::Key_Tab);
     EXPECT_FALSE(field()->hasActiveFocus());
     EXPECT_EQ(typed(), u"a"_s);
     EXPECT_TRUE(window().press(text("stop")));
-    EXPECT_FALSE(store().isChatting());
+    EXPECT_FALSE(store.isChatting());
 }
 
 TEST_F(ChatWindowTest, aGrowingAnswerKeepsItsTextItemAndTheSelectionInIt) {
     const auto body = ask(u"Why?"_s);
     body->send(delta("One **two** three"));
-    const auto answer = [&] { return window().ofType(u"AnswerText"_s).value(0); };
+    const auto answer = [&] { return window().ofType("AnswerText").value(0); };
     ASSERT_TRUE(eventually([&] { return answer() != nullptr; }));
     auto *first = answer();
     ASSERT_TRUE(QMetaObject::invokeMethod(first, "select", Q_ARG(int, 4), Q_ARG(int, 7)));
@@ -80,7 +74,7 @@ TEST_F(ChatWindowTest, aGrowingAnswerKeepsItsTextItemAndTheSelectionInIt) {
         body->send(delta(" and more"));
     body->send(done());
     body->end();
-    ASSERT_TRUE(eventually([&] { return !store().isChatting(); }));
+    ASSERT_TRUE(eventually([&] { return !store.isChatting(); }));
     EXPECT_EQ(answer(), first);
     EXPECT_EQ(first->property("selectedText").toString(), u"two"_s);
     EXPECT_TRUE(eventually([&] { return window().shows(text("answerArrived")); }));
@@ -95,10 +89,10 @@ TEST_F(ChatWindowTest, aLongConversationMakesOnlyWhatIsInSight) {
             ChatMessage::make(at % 2 == 0 ? ChatMessage::user : ChatMessage::assistant,
                               u"A sentence of the talk. "_s.repeated(40)));
     }
-    store().openChat(conversation);
-    EXPECT_TRUE(eventually([&] { return !window().ofType(u"MessageBlock"_s).isEmpty(); }));
-    EXPECT_LT(window().ofType(u"MessageBlock"_s).size(), 40);
-    store().startChat(u"And now?"_s);
+    store.openChat(conversation);
+    EXPECT_TRUE(eventually([&] { return !window().ofType("MessageBlock").isEmpty(); }));
+    EXPECT_LT(window().ofType("MessageBlock").size(), 40);
+    store.startChat(u"And now?"_s);
     ASSERT_TRUE(waitsForAnswer());
     EXPECT_TRUE(eventually([&] { return window().shows(u"And now?"_s); }));
 }

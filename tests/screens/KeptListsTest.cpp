@@ -2,6 +2,7 @@
 #include "screens/HistoryModel.h"
 #include "screens/WallCells.h"
 #include "service/Endpoints.h"
+#include "tests/screens/ModelColumn.h"
 #include "tests/store/StoreTest.h"
 
 #include <QAbstractItemModelTester>
@@ -10,13 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QStringList column(const QAbstractListModel &model, int role) {
-    QStringList values;
-    for (int row = 0; row < model.rowCount(); ++row)
-        values.append(model.index(row, 0).data(role).toString());
-    return values;
-}
 
 Conversation conversation(const QString &title, const QList<QStringList> &talk = {}) {
     Conversation result;

@@ -1,4 +1,3 @@
-#include "copy/Copy.h"
 #include "records/Json.h"
 #include "tests/screens/OpenWindow.h"
 #include "tests/store/StoreTest.h"
@@ -8,10 +7,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString english(const char *key) {
-    return Copy::text(QLatin1String(key), AppLanguage::en);
-}
 
 /// The history in the real window, used by the keyboard alone.
 class KeptWindow : public StoreTest {
@@ -27,16 +22,15 @@ protected:
         m_window = std::make_unique<OpenWindow>(store);
         m_window->window()->requestActivate();
         ASSERT_TRUE(eventually([&] { return m_window->window()->isActive(); }));
-        ASSERT_TRUE(eventually([&] { return m_window->ofType(u"ConversationRow"_s).size() == 3; }));
-        m_window->ofType(u"SearchEntry"_s).first()->forceActiveFocus(Qt::TabFocusReason);
+        ASSERT_TRUE(eventually([&] { return m_window->ofType("ConversationRow").size() == 3; }));
+        m_window->ofType("SearchEntry").first()->forceActiveFocus(Qt::TabFocusReason);
     }
 
-    void press(Qt::Key key) { QTest::keyClick(m_window->window(), key); }
+    void press(Qt::Key key) { m_window->press(key); }
 
     /// The accessible name of what has the keyboard.
     QString focus() const {
-        auto *interface =
-            QAccessible::queryAccessibleInterface(m_window->window()->activeFocusItem());
+        auto *interface = QAccessible::queryAccessibleInterface(m_window->focus());
         return interface ? interface->text(QAccessible::Name) : QString();
     }
 
@@ -46,9 +40,9 @@ protected:
 
     void chooseInMenu(const QString &name) {
         press(Qt::Key_Tab);
-        ASSERT_TRUE(comesTo(english("actions"))) << focus().toStdString();
+        ASSERT_TRUE(comesTo(text("actions"))) << focus().toStdString();
         press(Qt::Key_Space);
-        ASSERT_TRUE(eventually([&] { return !m_window->ofType(u"MenuRow"_s).isEmpty(); }));
+        ASSERT_TRUE(eventually([&] { return !m_window->ofType("MenuRow").isEmpty(); }));
         press(Qt::Key_Down);
         while (focus() != name)
             press(Qt::Key_Down);
@@ -66,30 +60,30 @@ TEST_F(KeptWindow, TheKeyboardRenamesAndDeletesAndComesBackToItsRow) {
     press(Qt::Key_Down);
     ASSERT_TRUE(comesTo(u"Two"_s)) << focus().toStdString();
 
-    chooseInMenu(english("rename"));
-    ASSERT_TRUE(comesTo(english("rename"))) << focus().toStdString();
+    chooseInMenu(text("rename"));
+    ASSERT_TRUE(comesTo(text("rename"))) << focus().toStdString();
     for (const char letter : {'S', 'e', 'c', 'o', 'n', 'd'})
         QTest::keyClick(m_window->window(), letter);
     press(Qt::Key_Return);
     EXPECT_TRUE(eventually([&] { return store.library().conversations[1].title == u"Second"_s; }));
-    EXPECT_TRUE(comesTo(english("actions"))) << focus().toStdString();
+    EXPECT_TRUE(comesTo(text("actions"))) << focus().toStdString();
 
     press(Qt::Key_Backtab);
     ASSERT_TRUE(comesTo(u"Second"_s)) << focus().toStdString();
-    chooseInMenu(english("delete"));
-    ASSERT_TRUE(comesTo(english("cancel"))) << focus().toStdString();
+    chooseInMenu(text("delete"));
+    ASSERT_TRUE(comesTo(text("cancel"))) << focus().toStdString();
     press(Qt::Key_Escape);
-    EXPECT_TRUE(comesTo(english("actions"))) << focus().toStdString();
+    EXPECT_TRUE(comesTo(text("actions"))) << focus().toStdString();
     EXPECT_EQ(store.library().conversations.size(), 3);
 
     press(Qt::Key_Backtab);
-    chooseInMenu(english("delete"));
-    ASSERT_TRUE(comesTo(english("cancel")));
+    chooseInMenu(text("delete"));
+    ASSERT_TRUE(comesTo(text("cancel")));
     press(Qt::Key_Tab);
-    ASSERT_TRUE(comesTo(english("delete"))) << focus().toStdString();
+    ASSERT_TRUE(comesTo(text("delete"))) << focus().toStdString();
     press(Qt::Key_Return);
     EXPECT_TRUE(eventually([&] { return store.library().conversations.size() == 2; }));
-    EXPECT_TRUE(eventually([&] { return m_window->ofType(u"ConversationRow"_s).size() == 2; }));
+    EXPECT_TRUE(eventually([&] { return m_window->ofType("ConversationRow").size() == 2; }));
     EXPECT_EQ(store.destination(), u"history"_s);
 }
 
@@ -109,8 +103,8 @@ TEST_F(KeptWindow, TheWallStaysAtItsTopWhenItsHeaderGrows) {
     }
     system.transport.always(wall, HttpResponse{200, Json::encode(Items<WallItem>{items})});
     store.setDestination(u"wall"_s);
-    ASSERT_TRUE(eventually([&] { return m_window->ofType(u"WallRow"_s).size() > 3; }));
-    auto *header = m_window->ofType(u"WallHeader"_s).first();
+    ASSERT_TRUE(eventually([&] { return m_window->ofType("WallRow").size() > 3; }));
+    auto *header = m_window->ofType("WallHeader").first();
     const auto isAtTop = [header] { return header->height() > 0 && header->y() == 0; };
     ASSERT_TRUE(eventually(isAtTop));
 

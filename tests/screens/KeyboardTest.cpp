@@ -1,23 +1,12 @@
-#include "copy/Copy.h"
-#include "platform/QtTransport.h"
-#include "tests/screens/OpenWindow.h"
-#include "tests/support/Await.h"
-#include "tests/support/LocalServiceProcess.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/screens/ServiceWindow.h"
 
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString english(const char *key) {
-    return Copy::text(QLatin1String(key), AppLanguage::en);
-}
 
 void collectStops(QQuickItem *item, QSet<QQuickItem *> &stops) {
     if (!item->isVisible() || !item->isEnabled())
@@ -29,29 +18,19 @@ void collectStops(QQuickItem *item, QSet<QQuickItem *> &stops) {
 }
 
 /// The program on the real service, used without a mouse.
-class KeyboardTest : public testing::Test {
+class KeyboardTest : public ServiceWindow {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(m_service.start());
-        m_system.preferences.setValue(u"server"_s, m_service.base());
-        m_store = std::make_unique<AppStore>(m_system.platform());
-        m_window = std::make_unique<OpenWindow>(*m_store);
-        window()->requestActivate();
-        ASSERT_TRUE(eventually([&] { return window()->isActive(); }));
-        ASSERT_TRUE(eventually([&] { return ofType("ArchiveRow").size() == 5; }));
-        ASSERT_TRUE(eventually([&] { return ofType("PaperCaseCard").size() == 2; }));
+        ServiceWindow::SetUp();
+        activate();
+        ASSERT_TRUE(eventually([&] { return m_window->ofType("ArchiveRow").size() == 5; }));
+        ASSERT_TRUE(eventually([&] { return m_window->ofType("PaperCaseCard").size() == 2; }));
     }
-
-    QQuickWindow *window() const { return m_window->window(); }
-    QList<QQuickItem *> ofType(const char *type) const {
-        return m_window->ofType(QLatin1String(type));
-    }
-    QQuickItem *focus() const { return window()->activeFocusItem(); }
 
     /// What a screen reader knows of the place that has the keyboard; a password field hides its
     /// inside.
     QAccessibleInterface *told() const {
-        for (auto *item = focus(); item; item = item->parentItem()) {
+        for (auto *item = m_window->focus(); item; item = item->parentItem()) {
             if (auto *interface = QAccessible::queryAccessibleInterface(item))
                 return interface;
         }
@@ -67,13 +46,9 @@ protected:
                                                                : QAccessible::Name);
     }
 
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
-        QTest::keyClick(window(), key, modifiers);
-    }
-
     /// What has the keyboard has a name and a role, is marked, and stands in sight.
     void expectGoodStop() const {
-        auto *item = focus();
+        auto *item = m_window->focus();
         const auto words = name().toStdString();
         auto *interface = told();
         ASSERT_NE(interface, nullptr);
@@ -84,43 +59,37 @@ protected:
             EXPECT_TRUE(marked.toBool()) << words;
         const auto place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
         EXPECT_GE(place.bottom(), 20) << words;
-        EXPECT_LE(place.top(), window()->height() - 20) << words;
+        EXPECT_LE(place.top(), m_window->window()->height() - 20) << words;
     }
 
     /// Goes once around by the tab key, back to where it began. What can hold the keyboard was met.
     void walkAround() {
         QSet<QQuickItem *> stops;
-        collectStops(window()->contentItem(), stops);
-        auto *first = focus();
+        collectStops(m_window->window()->contentItem(), stops);
+        auto *first = m_window->focus();
         QSet<QQuickItem *> met;
         int steps = 0;
         do {
-            key(Qt::Key_Tab);
+            m_window->press(Qt::Key_Tab);
             settleEventLoop();
             // A list gives the keyboard on to one of its rows.
-            for (auto *item = focus(); item; item = item->parentItem())
+            for (auto *item = m_window->focus(); item; item = item->parentItem())
                 met.insert(item);
             expectGoodStop();
-        } while (focus() != first && ++steps < 100 && !HasFatalFailure());
+        } while (m_window->focus() != first && ++steps < 100 && !HasFatalFailure());
         for (auto *stop : stops - met)
             ADD_FAILURE() << "never reached: " << stop->metaObject()->className();
     }
-
-    LocalServiceProcess m_service;
-    TestPlatform<QtTransport> m_system;
-    const Appearance m_appearance{m_system.preferences, m_system.appearance};
-    std::unique_ptr<AppStore> m_store;
-    std::unique_ptr<OpenWindow> m_window;
 };
 
 } // namespace
 
 TEST_F(KeyboardTest, TheTabKeyMeetsEverythingOnEveryScreen) {
-    ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
+    m_window->ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
     for (const auto *screen : {"home", "all", "chat", "wall", "history", "account"}) {
         SCOPED_TRACE(screen);
         m_store->setDestination(QLatin1String(screen));
-        ASSERT_TRUE(eventually([&] { return ofType("Spinner").isEmpty(); }));
+        ASSERT_TRUE(eventually([&] { return m_window->ofType("Spinner").isEmpty(); }));
         walkAround();
     }
 }
@@ -130,15 +99,15 @@ TEST_F(KeyboardTest, TheMenuOfTheWindowBeginsAConversation) {
     ASSERT_EQ(buttons.size(), 1);
     buttons.first()->forceActiveFocus(Qt::TabFocusReason);
     for (const auto pressed : {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return})
-        key(pressed);
+        m_window->press(pressed);
     EXPECT_TRUE(eventually([&] { return m_store->destination() == u"chat"_s; }));
 }
 
 TEST_F(KeyboardTest, TheArrowKeysGoThroughTheSidebar) {
-    ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
+    m_window->ofType("NavigationRow").first()->forceActiveFocus(Qt::TabFocusReason);
     QStringList names{name()};
     for (int row = 0; row < 10; ++row) {
-        key(Qt::Key_Down);
+        m_window->press(Qt::Key_Down);
         names.append(name());
     }
     QStringList expected{english("tab.archives"), english("tab.ask"), english("tab.wall"),
@@ -147,50 +116,50 @@ TEST_F(KeyboardTest, TheArrowKeysGoThroughTheSidebar) {
         expected.append(archive.title);
     expected += {english("browseAllShort"), english("tab.account")};
     EXPECT_EQ(names, expected);
-    key(Qt::Key_Down);
+    m_window->press(Qt::Key_Down);
     EXPECT_EQ(name(), expected.last()) << "nothing below";
-    key(Qt::Key_Up);
+    m_window->press(Qt::Key_Up);
     EXPECT_EQ(name(), english("browseAllShort"));
-    key(Qt::Key_Return);
+    m_window->press(Qt::Key_Return);
     EXPECT_EQ(m_store->destination(), u"all"_s);
 
-    QSignalSpy moves(window(), &QQuickWindow::activeFocusItemChanged);
-    key(Qt::Key_Home);
+    QSignalSpy moves(m_window->window(), &QQuickWindow::activeFocusItemChanged);
+    m_window->press(Qt::Key_Home);
     EXPECT_EQ(name(), u"Quillmere.Chat"_s);
     EXPECT_EQ(moves.count(), 1) << "not through the rows between, which a screen reader would tell";
-    key(Qt::Key_End);
+    m_window->press(Qt::Key_End);
     EXPECT_EQ(name(), expected.last());
 }
 
 TEST_F(KeyboardTest, FromTheFirstScreenToTheLastSourceOfACase) {
     m_store->setDestination(u"foible"_s);
-    ASSERT_TRUE(eventually([&] { return ofType("CaseRow").size() > 3; }));
-    key(Qt::Key_F, Qt::ControlModifier);
-    key(Qt::Key_Down);
-    key(Qt::Key_Down);
-    key(Qt::Key_Return);
+    ASSERT_TRUE(eventually([&] { return m_window->ofType("CaseRow").size() > 3; }));
+    m_window->press(Qt::Key_F, Qt::ControlModifier);
+    m_window->press(Qt::Key_Down);
+    m_window->press(Qt::Key_Down);
+    m_window->press(Qt::Key_Return);
     const auto title = name();
-    ASSERT_TRUE(eventually([&] { return !ofType("ReaderRest").isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !m_window->ofType("ReaderRest").isEmpty(); }));
 
     const auto role = [](QQuickItem *item) {
         return QAccessible::queryAccessibleInterface(item)->role();
     };
-    const auto texts = ofType("SelectableText");
+    const auto texts = m_window->ofType("SelectableText");
     EXPECT_EQ(texts.first()->property("text").toString(), title);
     EXPECT_EQ(role(texts.first()), QAccessible::Heading);
-    const auto links = ofType("PlainLink");
+    const auto links = m_window->ofType("PlainLink");
     ASSERT_FALSE(links.isEmpty());
     for (auto *link : links)
         EXPECT_EQ(role(link), QAccessible::Link);
     EXPECT_EQ(role(links.last()->parentItem()), QAccessible::List);
 
-    while (focus() != links.last() && name() != english("askHead")) {
-        key(Qt::Key_Tab);
+    while (m_window->focus() != links.last() && name() != english("askHead")) {
+        m_window->press(Qt::Key_Tab);
         settleEventLoop();
     }
-    ASSERT_EQ(focus(), links.last());
+    ASSERT_EQ(m_window->focus(), links.last());
     expectGoodStop();
-    key(Qt::Key_Return);
+    m_window->press(Qt::Key_Return);
     EXPECT_EQ(m_system.browser.opened().size(), 1);
     walkAround();
 }

@@ -1,14 +1,7 @@
-#include "platform/QtTransport.h"
-#include "presentation/Appearance.h"
 #include "presentation/Fonts.h"
 #include "presentation/Ink.h"
-#include "tests/screens/OpenWindow.h"
+#include "tests/screens/ServiceWindow.h"
 #include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/LocalServiceProcess.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -36,26 +29,20 @@ QString look(QQuickWindow *window) {
     return lines.join(u'\n');
 }
 
-/// The program with a kept conversation, on the real service.
-class LiveSwitchTest : public testing::TestWithParam<const char *> {
+/// The program with a kept conversation.
+class LiveSwitchTest : public ServiceWindow, public testing::WithParamInterface<const char *> {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(m_service.start());
-        m_system.preferences.setValue(u"server"_s, m_service.base());
-        m_store = std::make_unique<AppStore>(m_system.platform());
+        ServiceWindow::SetUp();
         Conversation kept;
         kept.title = u"A question"_s;
         kept.updatedAt = {12'345'678'000};
         StoreAccess::library(*m_store).conversations.append(kept);
         m_store->persist();
         m_store->setDestination(QLatin1String(GetParam()));
-        m_window = std::make_unique<OpenWindow>(*m_store);
     }
 
-    ~LiveSwitchTest() override {
-        use(AppLanguage::en, false);
-        m_window.reset();
-    }
+    ~LiveSwitchTest() override { use(AppLanguage::en, false); }
 
     void use(AppLanguage language, bool dark) {
         m_store->setLanguage(language);
@@ -63,15 +50,7 @@ protected:
         Ink::shared().setDark(dark);
     }
 
-    bool isStill() const {
-        return m_store->isConnected() && m_window->ofType(u"Spinner"_s).isEmpty();
-    }
-
-    LocalServiceProcess m_service;
-    TestPlatform<QtTransport> m_system;
-    const Appearance m_appearance{m_system.preferences, m_system.appearance};
-    std::unique_ptr<AppStore> m_store;
-    std::unique_ptr<OpenWindow> m_window;
+    bool isStill() const { return m_store->isConnected() && m_window->ofType("Spinner").isEmpty(); }
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QQuickStyle>
+#include <QTest>
 
 #include <algorithm>
 
@@ -82,11 +83,11 @@ QList<QQuickItem *> OpenWindow::buttons(const QString &name) const {
     return items;
 }
 
-QList<QQuickItem *> OpenWindow::ofType(const QString &type) const {
+QList<QQuickItem *> OpenWindow::ofType(const char *type) const {
     auto items = visibleItems();
     items.removeIf([&](QQuickItem *item) {
         return !QString::fromLatin1(item->metaObject()->className())
-                    .startsWith(type + QLatin1String("_QML"));
+                    .startsWith(QLatin1String(type) + QLatin1String("_QML"));
     });
     return items;
 }
@@ -102,4 +103,8 @@ bool OpenWindow::press(const QString &name) const {
     names.removeOne(QAccessibleActionInterface::setFocusAction());
     action->doAction(names.value(0));
     return true;
+}
+
+void OpenWindow::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+    QTest::keyClick(window(), key, modifiers);
 }

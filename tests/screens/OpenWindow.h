@@ -27,11 +27,16 @@ public:
     QList<QQuickItem *> buttons(const QString &name) const;
 
     /// The visible items of a QML type such as "ArchiveRow".
-    QList<QQuickItem *> ofType(const QString &type) const;
+    QList<QQuickItem *> ofType(const char *type) const;
 
     /// Presses the button of this name as an assistive technology does: by the first of its
     /// actions.
     bool press(const QString &name) const;
+
+    /// Presses a key of the keyboard.
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
+    /// What has the keyboard.
+    QQuickItem *focus() const { return window()->activeFocusItem(); }
 
 private:
     QList<QQuickItem *> visibleItems() const;

@@ -1,5 +1,6 @@
 #include "tests/screens/SampleCase.h"
 
+#include "records/Json.h"
 #include "service/Endpoints.h"
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,15 @@ CaseCard SampleCase::card(const QString &id) {
     card.locale = u"en"_s;
     card.note = u"A remark that the case itself does not have."_s;
     return card;
+}
+
+QByteArray SampleCase::searchPage(const QStringList &ids, int total, bool hasMore) {
+    SearchPage page;
+    for (const auto &id : ids)
+        page.items.append(card(id));
+    page.total = total;
+    page.hasMore = hasMore;
+    return Json::encode(page);
 }
 
 CaseEntry SampleCase::entry(const QString &id) {

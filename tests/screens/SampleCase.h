@@ -5,7 +5,11 @@
 /// A case as a service would tell it.
 namespace SampleCase {
 
+/// A case of the flagship archive, with the key "foible:<id>".
 CaseCard card(const QString &id = QStringLiteral("bridge"));
+
+/// The reply of a search that found these cases.
+QByteArray searchPage(const QStringList &ids, int total, bool hasMore);
 
 /// The case of the card, with three sections, the last of them a lesson, and one source.
 CaseEntry entry(const QString &id = QStringLiteral("bridge"));

@@ -1,13 +1,8 @@
 #include "screens/CaseBrowserModel.h"
-#include "tests/screens/SearchPages.h"
-#include "tests/store/StoreAccess.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/screens/SampleCase.h"
+#include "tests/store/StoreTest.h"
 
 #include <QSignalSpy>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -15,26 +10,24 @@ using Showing = CaseBrowserModel::Showing;
 
 namespace {
 
-class SavedBrowserTest : public testing::Test {
+class SavedBrowserTest : public StoreTest {
 protected:
     void save(const QStringList &ids) {
         QList<CaseCard> saved;
         for (const auto &id : ids)
-            saved.append(sampleCard(id));
-        StoreAccess::library(m_store).saved = saved;
-        Q_EMIT m_store.libraryChanged();
+            saved.append(SampleCase::card(id));
+        StoreAccess::library(store).saved = saved;
+        Q_EMIT store.libraryChanged();
         settleEventLoop();
     }
 
     void appear() {
-        m_store.setDestination(u"saved"_s);
-        m_model.setStore(&m_store);
+        store.setDestination(u"saved"_s);
+        m_model.setStore(&store);
         m_model.componentComplete();
         settleEventLoop();
     }
 
-    TestPlatform<FakeTransport> m_system;
-    AppStore m_store{m_system.platform()};
     CaseBrowserModel m_model;
 };
 
@@ -43,22 +36,22 @@ protected:
 TEST_F(SavedBrowserTest, SearchesTheSavedCasesOnThisMachineAlone) {
     save({u"Alpha"_s, u"Beta"_s});
     appear();
-    EXPECT_EQ(m_model.title(), m_store.text(u"wallCases"_s));
+    EXPECT_EQ(m_model.title(), store.text(u"wallCases"_s));
     EXPECT_EQ(m_model.total(), 2);
     EXPECT_FALSE(m_model.hasMore());
 
     m_model.setText(u"beta"_s);
     settleEventLoop();
     EXPECT_EQ(m_model.total(), 2) << "typing waits here as well";
-    m_system.clock.advance(250ms);
+    system.clock.advance(250ms);
     settleEventLoop();
     EXPECT_EQ(m_model.total(), 1);
     m_model.setText(u"gamma"_s);
     settleEventLoop();
-    m_system.clock.advance(250ms);
+    system.clock.advance(250ms);
     settleEventLoop();
     EXPECT_EQ(m_model.showing(), Showing::Nothing);
-    EXPECT_TRUE(m_system.transport.requests().empty());
+    EXPECT_TRUE(system.transport.requests().empty());
 }
 
 TEST_F(SavedBrowserTest, FollowsTheLibraryRowByRow) {

@@ -2,12 +2,12 @@
 
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
-#include "tests/simulation/Settle.h"
 #include "tests/support/FixedAppearance.h"
 #include "tests/support/FixedRandom.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/RecordingBrowser.h"
 #include "tests/support/RecordingBrowserSession.h"
+#include "tests/support/Settle.h"
 
 namespace {
 

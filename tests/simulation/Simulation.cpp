@@ -1,7 +1,7 @@
 #include "tests/simulation/Simulation.h"
 
 #include "platform/Start.h"
-#include "tests/simulation/Settle.h"
+#include "tests/support/Settle.h"
 
 #include <algorithm>
 #include <tuple>

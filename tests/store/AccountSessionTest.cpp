@@ -1,10 +1,7 @@
-#include "copy/Copy.h"
 #include "storage/LibraryDisk.h"
 #include "storage/ProfileCache.h"
 #include "tests/store/AccountTest.h"
 #include "tests/support/MessageCatcher.h"
-
-#include <QJsonDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -17,10 +14,6 @@ const auto notChecked =
 const QByteArray oneCard =
     R"({"saved":[{"id":"1","key":"foible:1","archive":"foible","title":"A bridge","summary":"",)"
     R"("category":"","era":"","locale":"en"}],"conversations":[]})";
-
-QString english(const QString &key) {
-    return Copy::table(AppLanguage::en).value(key);
-}
 
 class AccountSession : public AccountTest {
 protected:
@@ -60,10 +53,9 @@ TEST_F(AccountSession, aLoginIsTakenUpInOrder) {
     EXPECT_EQ(failureOf(store.login(u"other"_s, u"other"_s)), u""_s);
     ASSERT_EQ(sent(Endpoint::login), 1) << "one at a time";
     const auto request = system.transport.requests().back();
-    EXPECT_EQ(QJsonDocument::fromJson(*request.body).object(),
-              (QJsonObject{{u"handle"_s, u"Ann "_s},
-                           {u"password"_s, u" secret"_s},
-                           {u"device"_s, u"Quillmere for Mac"_s}}));
+    EXPECT_EQ(lastBody(), (QJsonObject{{u"handle"_s, u"Ann "_s},
+                                       {u"password"_s, u" secret"_s},
+                                       {u"device"_s, u"Quillmere for Mac"_s}}));
     EXPECT_EQ(request.headers.size(), 1U) << "no token yet";
 
     answer(Endpoint::login, 200, loginBody(u"ann"_s));
@@ -91,9 +83,9 @@ TEST_F(AccountSession, aLoginThatFailsLeavesAGuestAndNoSecretInAnyWords) {
     const auto good = loginBody(u"ann"_s);
     const QList<Row> rows = {
         {401, R"({"error":"wrong","message":"Wrong name."})", u"Wrong name."_s},
-        {200, loginBody(u""_s), english(u"urlError.badServerResponse"_s)},
-        {200, QByteArray(good).replace("app_", "web_"), english(u"urlError.badServerResponse"_s)},
-        {200, good.chopped(1), english(u"decodingError"_s)},
+        {200, loginBody(u""_s), text("urlError.badServerResponse")},
+        {200, QByteArray(good).replace("app_", "web_"), text("urlError.badServerResponse")},
+        {200, good.chopped(1), text("decodingError")},
         {200, good, u"Could not update the saved login."_s, true, false},
         {200, good, u"Could not save the login securely."_s, false, true},
     };
@@ -340,7 +332,7 @@ TEST_F(AccountSession, aDeadServiceLeavesTheAccountAndItsLibrary) {
     await(std::move(connecting));
     EXPECT_EQ(user(), u"ann"_s);
     EXPECT_EQ(store.library().saved.size(), 1);
-    EXPECT_EQ(store.notice(), english(u"urlError.cannotConnectToHost"_s));
+    EXPECT_EQ(store.notice(), text("urlError.cannotConnectToHost"));
     EXPECT_EQ(token(home), "app_ann");
 }
 

@@ -1,14 +1,9 @@
-#include "copy/Copy.h"
 #include "storage/ProfileCache.h"
 #include "tests/store/AccountTest.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString english(const QString &key) {
-    return Copy::table(AppLanguage::en).value(key);
-}
 
 class AccountUpkeep : public AccountTest {
 protected:
@@ -65,7 +60,7 @@ TEST_F(AccountUpkeep, aFailedRefreshSignsNobodyOut) {
             auto refreshing = store.refreshAccount(shown);
             answer(Endpoint::me, status, body);
             await(std::move(refreshing));
-            EXPECT_EQ(store.noticeText(), shown ? english(u"loadFailed"_s) : u""_s);
+            EXPECT_EQ(store.noticeText(), shown ? text("loadFailed") : u""_s);
             EXPECT_EQ(store.account(), account);
             EXPECT_EQ(token(home), "app_ann");
             EXPECT_EQ(store.quota(), quota);
@@ -172,7 +167,7 @@ TEST_F(AccountUpkeep, aProfileIsSavedEvenWhereItCannotBeShown) {
         }
         EXPECT_EQ(failureOf(std::move(updating)), row.failure);
         EXPECT_EQ(store.notice().has_value(), !row.noticeKey.isEmpty());
-        EXPECT_EQ(store.noticeText(), english(row.noticeKey));
+        EXPECT_EQ(store.noticeText(), store.text(row.noticeKey));
         if (row.accountStatus == 200)
             EXPECT_EQ(ProfileCache::get(system.files, home, u"app_ann"_s)->plan, row.action);
         else

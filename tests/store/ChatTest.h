@@ -3,11 +3,10 @@
 #include "service/Endpoints.h"
 #include "tests/store/StoreTest.h"
 
-#include <algorithm>
 #include <memory>
 
 /// A signed-in store whose questions the test answers.
-class ChatTest : public testing::Test {
+class ChatTest : public StoreTest {
 protected:
     static inline const QString wallPath = QStringLiteral("/v1/wall");
     static inline const QString quotaPath = QStringLiteral("/v1/account/quota");
@@ -17,27 +16,11 @@ protected:
         system.transport.always(quotaPath, HttpResponse{200, R"({"plan":"free","used":1})"});
         signIn(QStringLiteral("user"));
     }
-    ~ChatTest() override {
-        if (m_store)
-            endAll(*m_store, system);
-        m_store.reset();
-        // What waited for the store ends in a turn of its own.
-        settleEventLoop();
-    }
-    Q_DISABLE_COPY_MOVE(ChatTest)
-
-    AppStore &store() { return *m_store; }
-    /// Only an answer may be under way.
-    void dropStore() {
-        StoreAccess::cancelSync(*m_store);
-        settleEventLoop();
-        m_store.reset();
-    }
 
     void signIn(const std::optional<QString> &user) {
-        StoreAccess::setAccount(*m_store, user);
-        StoreAccess::setSyncing(*m_store);
-        m_store->loadLibrary();
+        StoreAccess::setAccount(store, user);
+        StoreAccess::setSyncing(store);
+        store.loadLibrary();
         settleEventLoop();
     }
 
@@ -47,7 +30,7 @@ protected:
 
     /// Asks, and answers with a head.
     std::shared_ptr<FakeBody> ask(const QString &question, const QList<CaseCard> &evidence = {}) {
-        m_store->startChat(question, evidence);
+        store.startChat(question, evidence);
         EXPECT_TRUE(waitsForAnswer());
         return system.transport.answerHead(path());
     }
@@ -57,7 +40,7 @@ protected:
         const auto body = ask(question);
         body->send(delta(answer) + done());
         body->end();
-        EXPECT_TRUE(eventually([this] { return !m_store->isChatting(); }));
+        EXPECT_TRUE(eventually([this] { return !store.isChatting(); }));
     }
 
     static QByteArray delta(const QByteArray &text) {
@@ -70,7 +53,7 @@ protected:
                R"("locale":"en"})";
     }
 
-    const ChatMessage &answer() const { return m_store->chat().messages.last(); }
+    const ChatMessage &answer() const { return store.chat().messages.last(); }
 
     /// How many requests there were, those of the wall and the quota left out.
     qsizetype asked() const {
@@ -80,29 +63,15 @@ protected:
         });
     }
 
-    /// The request bodies of all runs so far.
-    QByteArray lastBody() const {
-        const auto &requests = system.transport.requests();
-        const auto last =
-            std::find_if(requests.rbegin(), requests.rend(),
-                         [](const HttpRequest &request) { return bool(request.body); });
-        return *last->body;
-    }
-
-    QList<LibraryChange> pending() const { return m_store->library().sync.value().pending; }
+    QList<LibraryChange> pending() const { return store.library().sync.value().pending; }
 
     /// As if the service had taken every edit of the conversation so far.
     void setVersion(const Conversation &conversation, qint64 version) {
-        auto &sync = *StoreAccess::library(*m_store).sync;
+        auto &sync = *StoreAccess::library(store).sync;
         sync.pending.removeIf(
             [&](const LibraryChange &change) { return change.key == conversation.id.text; });
         sync.versions[QLatin1String("conversation|") + conversation.id.text] = version;
     }
 
     static QString path() { return QLatin1Char('/') + QString(Endpoint::chatRuns); }
-
-    TestPlatform<FakeTransport> system;
-
-private:
-    std::unique_ptr<AppStore> m_store = std::make_unique<AppStore>(system.platform());
 };

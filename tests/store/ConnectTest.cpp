@@ -1,28 +1,23 @@
-#include "store/AppStore.h"
 #include "tests/store/SampleCatalogue.h"
-#include "tests/support/Await.h"
-#include "tests/support/FakeTransport.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/store/StoreTest.h"
 
 #include <QSignalSpy>
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class Connect : public testing::Test {
+const auto healthPath = u"/v1/health"_s;
+const auto archivesPath = u"/v1/archives"_s;
+
+class Connect : public StoreTest {
 protected:
     void answerHealth(qint64 total = 2400) {
-        system.transport.answer(u"/v1/health"_s, 200, SampleCatalogue::healthBody(total));
+        system.transport.answer(healthPath, 200, SampleCatalogue::healthBody(total));
     }
     void answerArchives(const QList<Archive> &archives = SampleCatalogue::archives()) {
-        system.transport.answer(u"/v1/archives"_s, 200, SampleCatalogue::archivesBody(archives));
+        system.transport.answer(archivesPath, 200, SampleCatalogue::archivesBody(archives));
     }
-
-    TestPlatform<FakeTransport> system;
-    AppStore store{system.platform()};
 };
 
 } // namespace
@@ -78,7 +73,7 @@ TEST_F(Connect, aHealthThatIsNotWellIsStillAConnection) {
     auto connecting = store.connect();
     auto health = SampleCatalogue::health(0);
     health.ok = false;
-    system.transport.answer(u"/v1/health"_s, 200, Json::encode(health));
+    system.transport.answer(healthPath, 200, Json::encode(health));
     answerArchives({});
     await(std::move(connecting));
     EXPECT_TRUE(store.isConnected());
@@ -122,6 +117,52 @@ TEST_F(Connect, againReplacesTheCatalogueAndSignalsOnlyWhatChanged) {
     EXPECT_EQ(store.lead().id, u"makers"_s);
 }
 
+TEST_F(Connect, aFailureOfEitherRequestKeepsTheCatalogueAndTellsWhy) {
+    auto first = store.connect();
+    answerHealth();
+    answerArchives();
+    await(std::move(first));
+
+    struct Row {
+        int status; // 0 without an answer
+        QByteArray body;
+        QString notice;
+    };
+    const std::vector<Row> rows = {
+        {0, "", text("urlError.timedOut")},
+        {502, "<!doctype html>", u"http 502"_s},
+        {302, "{}", u"http 302"_s},
+        {429, R"({"error":"too_many"})", u"too many"_s},
+        {503, R"({"error":"at_rest","message":"Back at noon."})", u"Back at noon."_s},
+        {200, "<!doctype html>", text("decodingError")},
+        {200, R"({"items":[{"id":"lumen"}]})", text("decodingError")},
+    };
+    for (const auto &row : rows) {
+        for (const auto &failing : {healthPath, archivesPath}) {
+            SCOPED_TRACE(failing.toStdString() + std::to_string(row.status));
+            store.dismissNotice();
+            auto connecting = store.connect();
+            if (row.status == 0)
+                system.transport.fail(failing, URLError::Code::timedOut);
+            else
+                system.transport.answer(failing, row.status, row.body);
+            await(std::move(connecting));
+            EXPECT_EQ(system.transport.waiting(healthPath), 0) << "the other one is cancelled";
+            EXPECT_EQ(system.transport.waiting(archivesPath), 0);
+            EXPECT_EQ(store.health(), SampleCatalogue::health());
+            EXPECT_EQ(store.archives(), SampleCatalogue::archives());
+            EXPECT_EQ(store.notice(), row.notice);
+            EXPECT_FALSE(store.isConnecting());
+        }
+    }
+
+    auto connecting = store.connect();
+    system.transport.fail(archivesPath, URLError::Code::timedOut);
+    system.transport.fail(healthPath, URLError::Code::cannotFindHost);
+    await(std::move(connecting));
+    EXPECT_EQ(store.notice(), text("urlError.timedOut")) << "that of the first of two failures";
+}
+
 TEST_F(Connect, aRunOfAFormerGenerationPublishesNothing) {
     struct Outcome {
         const char *name;
@@ -134,11 +175,11 @@ TEST_F(Connect, aRunOfAFormerGenerationPublishesNothing) {
              answerArchives();
          }},
         {"failure",
-         [this] { system.transport.fail(u"/v1/health"_s, URLError::Code::networkConnectionLost); }},
+         [this] { system.transport.fail(healthPath, URLError::Code::networkConnectionLost); }},
         {"late failure",
          [this] {
              answerHealth();
-             system.transport.answer(u"/v1/archives"_s, 500, "");
+             system.transport.answer(archivesPath, 500, "");
          }},
     };
     for (const auto &outcome : outcomes) {

@@ -2,8 +2,6 @@
 #include "tests/store/ChatTest.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 using namespace Qt::StringLiterals;
 
@@ -13,13 +11,12 @@ class Conversations : public ChatTest {
 protected:
     QStringList titles() {
         QStringList result;
-        for (const auto &conversation : store().library().conversations)
+        for (const auto &conversation : store.library().conversations)
             result.append(conversation.title);
         return result;
     }
 
-    const Conversation &kept(qsizetype place) { return store().library().conversations[place]; }
-    QJsonObject sent() const { return QJsonDocument::fromJson(lastBody()).object(); }
+    const Conversation &kept(qsizetype place) { return store.library().conversations[place]; }
 };
 
 } // namespace
@@ -52,38 +49,38 @@ TEST(FirstCharacters, countsWhatPeopleSeeAndCutsNone) {
 TEST_F(Conversations, theFirstQuestionGivesTheTitleOfAHundredCharacters) {
     const auto thumb = QString::fromUtf8("\U0001F44D\U0001F3FD");
     askAndReceive(thumb.repeated(120), "a");
-    EXPECT_EQ(store().chatTitle(), thumb.repeated(100));
-    EXPECT_EQ(store().chat().messages[0].content, thumb.repeated(120));
+    EXPECT_EQ(store.chatTitle(), thumb.repeated(100));
+    EXPECT_EQ(store.chat().messages[0].content, thumb.repeated(120));
     askAndReceive(u"Another one"_s, "b");
-    EXPECT_EQ(store().chatTitle(), thumb.repeated(100));
+    EXPECT_EQ(store.chatTitle(), thumb.repeated(100));
 }
 
 TEST_F(Conversations, leavingOneMovesItToTheFront) {
-    store().newChat();
-    EXPECT_TRUE(store().library().conversations.isEmpty()) << "an empty one is not kept";
-    EXPECT_EQ(store().destination(), u"chat"_s);
+    store.newChat();
+    EXPECT_TRUE(store.library().conversations.isEmpty()) << "an empty one is not kept";
+    EXPECT_EQ(store.destination(), u"chat"_s);
     askAndReceive(u"First"_s, "a");
-    store().newChat();
-    EXPECT_EQ(store().chatTitle(), store().text(u"chat.new"_s));
+    store.newChat();
+    EXPECT_EQ(store.chatTitle(), store.text(u"chat.new"_s));
     askAndReceive(u"Second"_s, "b");
     EXPECT_EQ(titles(), (QStringList{u"Second"_s, u"First"_s}));
 
     system.clock.advance(std::chrono::seconds(5));
-    store().setSelectedArchives({u"lumen"_s});
+    store.setSelectedArchives({u"lumen"_s});
     setVersion(kept(1), 4);
-    store().openChat(kept(1));
-    EXPECT_EQ(store().chatTitle(), u"First"_s);
-    EXPECT_TRUE(store().selectedArchives().isEmpty());
+    store.openChat(kept(1));
+    EXPECT_EQ(store.chatTitle(), u"First"_s);
+    EXPECT_TRUE(store.selectedArchives().isEmpty());
     EXPECT_EQ(titles(), (QStringList{u"Second"_s, u"First"_s}));
     EXPECT_EQ(kept(0).updatedAt, Date::from(system.clock.now())) << "though nothing changed";
 
-    store().openChat(kept(0));
+    store.openChat(kept(0));
     EXPECT_EQ(titles(), (QStringList{u"First"_s, u"Second"_s}));
     EXPECT_EQ(pending().last().baseVersion, 4);
     auto chosen = kept(0);
     chosen.archives = {u"foible"_s, u"shift"_s};
-    store().openChat(chosen);
-    EXPECT_EQ(store().selectedArchives(), (QStringList{u"foible"_s, u"shift"_s}));
+    store.openChat(chosen);
+    EXPECT_EQ(store.selectedArchives(), (QStringList{u"foible"_s, u"shift"_s}));
 }
 
 TEST_F(Conversations, openingTheOpenOneAgainLosesNothing) {
@@ -92,70 +89,70 @@ TEST_F(Conversations, openingTheOpenOneAgainLosesNothing) {
     const auto body = ask(u"Second"_s);
     body->send(delta("b"));
     ASSERT_TRUE(eventually([this] { return answer().content == u"b"_s; }));
-    store().openChat(listed);
-    EXPECT_EQ(store().messageCount(), 4);
-    EXPECT_FALSE(store().isChatting());
-    EXPECT_EQ(kept(0), store().chat());
+    store.openChat(listed);
+    EXPECT_EQ(store.messageCount(), 4);
+    EXPECT_FALSE(store.isChatting());
+    EXPECT_EQ(kept(0), store.chat());
     settleEventLoop();
 }
 
 TEST_F(Conversations, aNameIsTrimmedCutAndQueuedAgainstTheNewestVersion) {
     askAndReceive(u"First"_s, "a");
     const auto first = kept(0).id;
-    store().newChat();
+    store.newChat();
     askAndReceive(u"Second"_s, "b");
     setVersion(kept(1), 6);
 
     system.clock.advance(std::chrono::seconds(5));
-    store().renameConversation(first, u" \n"_s + QString(200, u'x') + u" "_s);
+    store.renameConversation(first, u" \n"_s + QString(200, u'x') + u" "_s);
     EXPECT_EQ(titles(), (QStringList{u"Second"_s, QString(150, u'x')})) << "it keeps its place";
     EXPECT_EQ(kept(1).updatedAt, Date::from(system.clock.now()));
-    EXPECT_EQ(store().chatTitle(), u"Second"_s);
+    EXPECT_EQ(store.chatTitle(), u"Second"_s);
     EXPECT_EQ(pending().last().conversation, kept(1));
     EXPECT_EQ(pending().last().baseVersion, 6);
-    store().renameConversation(kept(0).id, u"Open"_s);
-    EXPECT_EQ(store().chatTitle(), u"Open"_s);
+    store.renameConversation(kept(0).id, u"Open"_s);
+    EXPECT_EQ(store.chatTitle(), u"Open"_s);
 
-    const auto library = store().library();
+    const auto library = store.library();
     const auto saves = system.files.written().size();
-    store().renameConversation(first, u" \t"_s);
-    store().renameConversation(Identifier::make(), u"Nobody"_s);
-    EXPECT_EQ(store().library(), library);
+    store.renameConversation(first, u" \t"_s);
+    store.renameConversation(Identifier::make(), u"Nobody"_s);
+    EXPECT_EQ(store.library(), library);
     EXPECT_EQ(system.files.written().size(), saves);
 }
 
 TEST_F(Conversations, aRemovedOneIsGoneEvenWhileItAnswers) {
     askAndReceive(u"First"_s, "a");
     const auto first = kept(0);
-    store().newChat();
+    store.newChat();
     const auto body = ask(u"Second"_s);
-    store().setDestination(u"history"_s);
+    store.setDestination(u"history"_s);
 
-    store().deleteConversation(first);
-    EXPECT_TRUE(store().isChatting());
+    store.deleteConversation(first);
+    EXPECT_TRUE(store.isChatting());
     EXPECT_TRUE(pending().last().deleted);
     EXPECT_EQ(pending().last().key, first.id.text);
 
-    const auto second = store().chat().id;
-    store().deleteConversation(store().chat());
-    EXPECT_FALSE(store().isChatting());
-    EXPECT_EQ(store().messageCount(), 0);
-    EXPECT_NE(store().chat().id, second);
-    EXPECT_EQ(store().destination(), u"history"_s);
-    EXPECT_TRUE(store().library().conversations.isEmpty());
+    const auto second = store.chat().id;
+    store.deleteConversation(store.chat());
+    EXPECT_FALSE(store.isChatting());
+    EXPECT_EQ(store.messageCount(), 0);
+    EXPECT_NE(store.chat().id, second);
+    EXPECT_EQ(store.destination(), u"history"_s);
+    EXPECT_TRUE(store.library().conversations.isEmpty());
     EXPECT_EQ(pending().size(), 2);
     EXPECT_TRUE(pending().last().deleted);
     settleEventLoop();
     EXPECT_FALSE(body->isOpen());
-    EXPECT_TRUE(store().library().conversations.isEmpty());
+    EXPECT_TRUE(store.library().conversations.isEmpty());
 }
 
 TEST_F(Conversations, aFailedSaveIsToldAndLosesNothing) {
     system.files.failWrites(FileError::Code::noSpace);
     askAndReceive(u"Why?"_s, "a");
-    EXPECT_TRUE(store().noticeText().startsWith(u"Could not save changes on this Mac. "_s));
-    EXPECT_EQ(store().chatError(), std::nullopt);
-    EXPECT_EQ(kept(0), store().chat());
+    EXPECT_TRUE(store.noticeText().startsWith(u"Could not save changes on this Mac. "_s));
+    EXPECT_EQ(store.chatError(), std::nullopt);
+    EXPECT_EQ(kept(0), store.chat());
 }
 
 TEST_F(Conversations, oneFromTheWallIsAskedOnAndStaysOnTheWall) {
@@ -177,36 +174,36 @@ TEST_F(Conversations, oneFromTheWallIsAskedOnAndStaysOnTheWall) {
     item.body = QString::fromUtf8(Json::encode(saved));
     const auto wall = Json::encode(Items<WallItem>{{item}});
     system.transport.always(wallPath, HttpResponse{200, wall});
-    store().beginRefreshWall();
-    ASSERT_TRUE(eventually([&] { return store().wallCount() == 1; }));
+    store.beginRefreshWall();
+    ASSERT_TRUE(eventually([&] { return store.wallCount() == 1; }));
 
-    store().resumeWallChat(saved);
+    store.resumeWallChat(saved);
     const auto body = ask(u"And the Tay?"_s);
-    EXPECT_EQ(sent()[u"archives"].toArray(), QJsonArray{u"foible"_s});
-    EXPECT_EQ(sent()[u"messages"].toArray().size(), 3) << "question, cases, answer";
-    EXPECT_EQ(sent()[u"cases"].toArray(),
+    EXPECT_EQ(lastBody()[u"archives"].toArray(), QJsonArray{u"foible"_s});
+    EXPECT_EQ(lastBody()[u"messages"].toArray().size(), 3) << "question, cases, answer";
+    EXPECT_EQ(lastBody()[u"cases"].toArray(),
               (QJsonArray{QJsonObject{
                   {u"archive"_s, u"foible"_s}, {u"id"_s, u"7"_s}, {u"accessKey"_s, u"secret"_s}}}));
     body->send(delta("It was weak.") + done());
     body->end();
-    ASSERT_TRUE(eventually([&] { return !store().isChatting(); }));
+    ASSERT_TRUE(eventually([&] { return !store.isChatting(); }));
 
     // To the service it is a conversation that it does not know, of an item that the wall has.
     ASSERT_EQ(pending().size(), 1);
     EXPECT_EQ(pending()[0].baseVersion, 0);
     EXPECT_EQ(pending()[0].conversation->wallID, u"mine"_s);
     EXPECT_EQ(kept(0).title, saved.question);
-    EXPECT_EQ(store().wall(), QList<WallItem>{item});
+    EXPECT_EQ(store.wall(), QList<WallItem>{item});
 
-    store().beginPinChat();
+    store.beginPinChat();
     ASSERT_TRUE(eventually([&] { return system.transport.waiting(u"/v1/wall/chat"_s) == 1; }));
-    const auto thread = sent()[u"thread"].toObject();
-    EXPECT_EQ(sent()[u"id"].toString(), u"mine"_s);
+    const auto thread = lastBody()[u"thread"].toObject();
+    EXPECT_EQ(lastBody()[u"id"].toString(), u"mine"_s);
     EXPECT_EQ(thread[u"turns"].toArray().size(), 3) << "a message without words is no turn";
     EXPECT_EQ(thread[u"savedAt"].toInt(), 5);
     system.transport.answer(u"/v1/wall/chat"_s, 200,
                             R"({"ok":true,"item":)" + Json::encode(item) + "}");
-    ASSERT_TRUE(eventually([&] { return !store().isPinning(); }));
-    EXPECT_EQ(store().chat().wallID, u"mine"_s);
-    EXPECT_EQ(store().wallCount(), 1);
+    ASSERT_TRUE(eventually([&] { return !store.isPinning(); }));
+    EXPECT_EQ(store.chat().wallID, u"mine"_s);
+    EXPECT_EQ(store.wallCount(), 1);
 }

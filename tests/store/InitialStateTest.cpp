@@ -1,6 +1,5 @@
 #include "storage/LibraryDisk.h"
 #include "store/AppStore.h"
-#include "tests/store/SampleCatalogue.h"
 #include "tests/support/Await.h"
 #include "tests/support/FakeTransport.h"
 #include "tests/support/TestPlatform.h"
@@ -57,13 +56,6 @@ TEST(InitialState, aStoredServerWinsWhateverItSays) {
         EXPECT_EQ(store.libraryKey(), LibraryDisk::key(row.stored, std::nullopt));
 
         EXPECT_EQ(store.api().url(u"v1/health"_s), QUrl(row.requestsGoTo + u"/v1/health"_s));
-        auto connecting = store.connect();
-        ASSERT_EQ(system.transport.requests().size(), 2U);
-        EXPECT_EQ(system.transport.requests()[0].url, QUrl(row.requestsGoTo + u"/v1/health"_s));
-        system.transport.answer(u"/v1/health"_s, 200, SampleCatalogue::healthBody());
-        system.transport.answer(u"/v1/archives"_s, 200, SampleCatalogue::archivesBody());
-        await(std::move(connecting));
-        EXPECT_TRUE(store.isConnected());
         EXPECT_EQ(system.preferences.value(server), row.stored) << "never rewritten";
     }
 }

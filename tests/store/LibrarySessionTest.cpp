@@ -1,11 +1,11 @@
 #include "platform/SystemFiles.h"
 #include "storage/LibraryDisk.h"
 #include "sync/LibrarySync.h"
+#include "tests/storage/TemporaryHome.h"
 #include "tests/store/SampleCatalogue.h"
 #include "tests/store/StoreTest.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -246,16 +246,10 @@ TEST_F(LibrarySession, onlyAnAccountsRequestsCarryTheToken) {
 }
 
 TEST(LibrarySessionOnDisk, aBrokenFileOfAnySizeDoesNotTakeTheStoreDown) {
-    const QTemporaryDir directory;
-    const auto former = qgetenv("XDG_DATA_HOME");
-    qputenv("XDG_DATA_HOME", directory.path().toLocal8Bit());
-    TestPlatform<FakeTransport> system;
-    SystemFiles files;
-    auto &[transport, preferences, clock, browser, appearance, memory, credentials, random,
-           browserSession] = system;
-    AppStore store(Platform{transport, preferences, clock, browser, appearance, files, credentials,
-                            random, browserSession});
-    const auto path = LibraryDisk::file(files, store.libraryKey());
+    const TemporaryHome home;
+    TestPlatform<FakeTransport, SystemFiles> system;
+    AppStore store(system.platform());
+    const auto path = LibraryDisk::file(system.files, store.libraryKey());
     {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -269,5 +263,4 @@ TEST(LibrarySessionOnDisk, aBrokenFileOfAnySizeDoesNotTakeTheStoreDown) {
     EXPECT_EQ(QFileInfo(path).size(), 200'000'000);
     store.newChat();
     EXPECT_EQ(store.destination(), u"chat"_s);
-    qputenv("XDG_DATA_HOME", former);
 }

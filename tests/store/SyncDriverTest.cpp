@@ -86,10 +86,6 @@ protected:
     const QList<LibraryChange> &pending() const { return store.library().sync->pending; }
 
     LocalLibrary onDisk(const QString &key) { return LibraryDisk::load(system.files, key); }
-
-    qsizetype requests() const {
-        return static_cast<qsizetype>(system.transport.requests().size());
-    }
 };
 
 } // namespace

@@ -4,9 +4,6 @@
 #include "tests/storage/SampleLibrary.h"
 #include "tests/store/StoreTest.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -58,14 +55,6 @@ protected:
         store.beginRefreshWall();
         answer(wall, body(items));
         ASSERT_TRUE(eventually([&] { return !store.isWallLoading(); }));
-    }
-
-    QJsonObject sent() const {
-        return QJsonDocument::fromJson(*system.transport.requests().back().body).object();
-    }
-
-    qsizetype requests() const {
-        return static_cast<qsizetype>(system.transport.requests().size());
     }
 
     std::optional<QList<WallItem>> copy() {
@@ -146,7 +135,7 @@ TEST_F(WallSession, aToggleShowsAtOnceAndTheServicesListFollows) {
     const auto card = foible(1);
     store.beginToggleWallCase(card);
     expectRequest(wallCase);
-    EXPECT_EQ(sent(), (QJsonObject{{u"archive"_s, u"foible"_s}, {u"id"_s, u"1"_s}}));
+    EXPECT_EQ(lastBody(), (QJsonObject{{u"archive"_s, u"foible"_s}, {u"id"_s, u"1"_s}}));
     EXPECT_EQ(store.wallMutations(), QSet<QString>{card.key});
 
     // The same case waits, another one does not.
@@ -200,7 +189,7 @@ TEST_F(WallSession, aRemovalTakesAllItemsOfTheIdAndUpdatesTheCopy) {
     refresh({item, item, pinned(foible(2))});
     start([&] { return store.removeWallItem(item); });
     expectRequest(wall);
-    EXPECT_EQ(sent(), QJsonObject({{u"remove"_s, u"twice"_s}}));
+    EXPECT_EQ(lastBody(), QJsonObject({{u"remove"_s, u"twice"_s}}));
     await(store.removeWallItem(item));
     answer(wall, "{}");
     ASSERT_TRUE(eventually([&] { return store.wallMutations().isEmpty(); }));
@@ -266,7 +255,7 @@ TEST_F(WallSession, aFirstPinHasNoIdAndTheNextOneBothIds) {
     store.setSelectedArchives({u"foible"_s});
     store.beginPinChat();
     expectRequest(wallChat);
-    auto first = sent();
+    auto first = lastBody();
     EXPECT_EQ(first[u"site"_s], ArchiveStyle::domain(u"foible"_s));
     EXPECT_FALSE(first.contains(u"id"_s) || first[u"thread"_s].toObject().contains(u"id"_s));
     EXPECT_TRUE(store.isPinning());
@@ -296,7 +285,7 @@ TEST_F(WallSession, aFirstPinHasNoIdAndTheNextOneBothIds) {
     store.beginPinChat();
     answer(wall, body({item}));
     expectRequest(wallChat);
-    const auto second = sent();
+    const auto second = lastBody();
     EXPECT_EQ(second[u"id"_s], item.id);
     EXPECT_FALSE(second.contains(u"site"_s));
     const auto thread = Json::decode<SavedChat>(

@@ -15,14 +15,6 @@ ScriptedAnswer ScriptedAnswer::reply(int status, const QByteArray &body) {
                     body);
 }
 
-ScriptedAnswer ScriptedAnswer::html(int status) {
-    const QByteArray page = "<!doctype html><title>Gateway</title><p>Something is in the way.";
-    return withHead(status,
-                    "Content-Type: text/html; charset=utf-8\r\nContent-Length: " +
-                        QByteArray::number(page.size()) + "\r\n",
-                    page);
-}
-
 ScriptedAnswer ScriptedAnswer::redirect(int status, const QByteArray &location) {
     return reply(status, "{}").with("Location", location);
 }

@@ -10,7 +10,6 @@
 class ScriptedAnswer final {
 public:
     static ScriptedAnswer reply(int status, const QByteArray &body = {});
-    static ScriptedAnswer html(int status);
     static ScriptedAnswer redirect(int status, const QByteArray &location);
     static ScriptedAnswer chunked(int status, const QList<QByteArray> &chunks);
     /// Bytes as they stand, be they HTTP or not, and then a closed connection.

@@ -1,4 +1,4 @@
-#include "tests/simulation/Settle.h"
+#include "tests/support/Settle.h"
 
 #include "tests/support/BusyWorkers.h"
 
