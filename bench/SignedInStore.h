@@ -11,8 +11,7 @@
 template <class FilesKind>
 class SignedInStore final {
 public:
-    explicit SignedInStore(const QString &server) {
-        m_system.preferences.setValue(QStringLiteral("server"), server);
+    explicit SignedInStore(const QString &server) : m_store(platformOn(server)) {
         StoreAccess::setAccount(m_store, QStringLiteral("user"));
         m_store.loadLibrary();
     }
@@ -23,6 +22,12 @@ public:
     FilesKind &files() { return m_system.files; }
 
 private:
+    /// A store takes up its server when it is made.
+    Platform platformOn(const QString &server) {
+        m_system.preferences.setValue(QStringLiteral("server"), server);
+        return m_system.platform();
+    }
+
     TestPlatform<QtTransport, FilesKind, SystemClock> m_system;
-    AppStore m_store{m_system.platform()};
+    AppStore m_store;
 };
