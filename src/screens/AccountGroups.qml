@@ -56,6 +56,7 @@ ColumnLayout {
         }
 
         LinkButton {
+            Layout.rightMargin: -rightPadding
             visible: !groups.store.account.apple
             text: groups.store.words.text("deleteAccount")
             color: Ink.failure

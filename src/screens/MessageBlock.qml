@@ -17,6 +17,8 @@ Column {
     readonly property bool asked: role === "user"
     readonly property bool growing: !asked && store.chatting && index === store.messageCount - 1
     readonly property int columns: Math.max(1, Math.floor((width + 14) / (250 + 14)))
+    // Whole, since the layout would round it up and reach beyond the column.
+    readonly property real cardWidth: Math.floor((width + 14) / columns - 14)
 
     signal chosen(card: caseCard)
 
@@ -99,7 +101,8 @@ Column {
             id: grid
 
             y: 6
-            width: parent.width
+            // A few cards stand side by side and are not spread over the row.
+            width: Math.min(citations.count, block.columns) * (block.cardWidth + 14) - 14
             columns: block.columns
             columnSpacing: 14
             rowSpacing: 14
@@ -108,7 +111,7 @@ Column {
                 model: citations.cards
 
                 delegate: CitationCard {
-                    Layout.preferredWidth: (block.width - 14 * (block.columns - 1)) / block.columns
+                    Layout.preferredWidth: block.cardWidth
                     Layout.fillHeight: true
                     Layout.alignment: Qt.AlignTop
                     store: block.store

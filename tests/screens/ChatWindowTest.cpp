@@ -82,6 +82,17 @@ TEST_F(ChatWindowTest, aGrowingAnswerKeepsItsTextItemAndTheSelectionInIt) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Why?"_s) << "the first of the two";
 }
 
+TEST_F(ChatWindowTest, twoCitedCasesStandSideBySide) {
+    const auto body = ask(u"Why?"_s);
+    body->send(R"({"type":"references","items":[)" + card("a") + ',' + card("b") + "]}\n" + done());
+    body->end();
+    const auto cards = [&] { return window().ofType(u"CitationCard"_s); };
+    EXPECT_TRUE(eventually([&] {
+        return cards().size() == 2 && cards()[0]->width() >= 250 &&
+               cards()[1]->x() == cards()[0]->x() + cards()[0]->width() + 14;
+    }));
+}
+
 TEST_F(ChatWindowTest, aLongConversationMakesOnlyWhatIsInSight) {
     Conversation conversation;
     for (int at = 0; at < 200; ++at) {
