@@ -86,7 +86,7 @@ TEST_F(ChatWindowTest, twoCitedCasesStandSideBySide) {
     const auto body = ask(u"Why?"_s);
     body->send(R"({"type":"references","items":[)" + card("a") + ',' + card("b") + "]}\n" + done());
     body->end();
-    const auto cards = [&] { return window().ofType(u"CitationCard"_s); };
+    const auto cards = [&] { return window().ofType("CitationCard"); };
     EXPECT_TRUE(eventually([&] {
         return cards().size() == 2 && cards()[0]->width() >= 250 &&
                cards()[1]->x() == cards()[0]->x() + cards()[0]->width() + 14;
