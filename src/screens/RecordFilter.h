@@ -7,6 +7,7 @@
 #include <QList>
 #include <QLocale>
 #include <QTimer>
+#include <QtConcurrentFilter>
 
 #include <numeric>
 #include <utility>
@@ -46,7 +47,11 @@ public:
         if (m_query.isEmpty() || !wanted.contains(m_query))
             m_found = allRows();
         m_query = wanted;
-        m_found.removeIf([&](qsizetype row) { return !containsWords(folded(row), wanted); });
+        for (const auto row : std::as_const(m_found))
+            folded(row);
+        // Megabytes of text: this thread and those that are idle share them.
+        QtConcurrent::blockingFilter(
+            m_found, [&](qsizetype row) { return containsWords(m_folded.at(row), wanted); });
 
         QList<Record> result;
         result.reserve(m_found.size());
